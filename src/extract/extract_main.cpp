@@ -1,0 +1,1 @@
+// The extraction of captures into text tables.

@@ -1,0 +1,69 @@
+#include "frame/real_value_table.h"
+
+#include <cstdio>
+#include <cstring>
+
+#include "platform/files.h"
+#include "platform/host.h"
+
+namespace tarnlog {
+
+void RealValueRow::SetName(std::string_view text) {
+  const std::size_t length = std::min(text.size(), kRealValueNameLength);
+  std::memcpy(name, text.data(), length);
+  name[length] = '\0';
+}
+
+void RealValueTable::Clear() {
+  rows.fill(RealValueRow{});
+}
+
+int RealValueTable::LowestFreeRow() const {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i].IsFree()) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+int RealValueTable::Find(std::string_view name) const {
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    if (rows[i].Name() == name) return static_cast<int>(i);
+  }
+  return -1;
+}
+
+RealValueTable& RealValues() {
+  static RealValueTable table;
+  return table;
+}
+
+void LoadRealValues(RealValueTable& table, const std::string& startFolder, PageHost& host) {
+  // The folder went into a buffer of 255 characters; past 220 the file names
+  // built from it risk the 256-byte limit.
+  if (startFolder.size() > 220) host.ShowMessage(kLongStartFolderWarning);
+
+  InFile file;
+  if (!file.Open(startFolder + std::string(kRealValueFile), FileMode::kText)) return;
+
+  char line[1025];
+  while (file.ReadLine(line, sizeof line)) {
+    // "%[^,],%lf,%lf,%lf" with the name bounded to the line.
+    char name[1025];
+    double latitude = 0.0;
+    double longitude = 0.0;
+    double height = 0.0;
+    if (std::sscanf(line, "%1024[^,],%lf,%lf,%lf", name, &latitude, &longitude, &height) != 4) {
+      continue;
+    }
+    const int row = table.LowestFreeRow();
+    if (row < 0) break;
+    RealValueRow& target = table.rows[row];
+    target.SetName(name);
+    target.latitude = latitude;
+    target.longitude = longitude;
+    target.height = height;
+    if (row >= static_cast<int>(kRealValueRows) - 1) break;
+  }
+}
+
+}  // namespace tarnlog

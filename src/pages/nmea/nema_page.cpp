@@ -1,0 +1,7 @@
+#include "pages/nmea/nema_page.h"
+
+namespace tarnlog {
+
+Nema::Nema(PageParent& parent, PageHost& host) : Page(parent, host, "Nema") {}
+
+}  // namespace tarnlog

@@ -1,0 +1,89 @@
+// Files as the system writes and reads them.
+//
+// Text-mode files get the Windows text-mode translation: every '\n' written
+// becomes "\r\n", so an explicit "\r\n" becomes "\r\r\n". Binary files are
+// written as they are. Reads in text mode turn "\r\n" into '\n' and accept
+// plain '\n'.
+#pragma once
+
+#include <cstdarg>
+#include <cstddef>
+#include <cstdio>
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnlog {
+
+enum class FileMode { kText, kBinary };
+
+// Buffered output file with the "w"/"a" (text) and "wb"/"ab" (binary)
+// behaviours of the C library. Not copyable; closes on destruction.
+class OutFile {
+ public:
+  OutFile() = default;
+  ~OutFile();
+  OutFile(const OutFile&) = delete;
+  OutFile& operator=(const OutFile&) = delete;
+  OutFile(OutFile&& other) noexcept;
+  OutFile& operator=(OutFile&& other) noexcept;
+
+  // Opens for writing (truncating) or appending; false when it can't be
+  // opened, after which writes are ignored.
+  bool Open(const std::string& path, FileMode mode, bool append = false);
+  bool IsOpen() const { return fd_ >= 0; }
+  void Close();
+
+  void Write(std::string_view bytes);
+  // printf-style formatting in the "C" locale; any length.
+  void Printf(const char* format, ...) __attribute__((format(printf, 2, 3)));
+  void VPrintf(const char* format, va_list args);
+  // Pushes the buffer to the file (an interrupted run then leaves a prefix).
+  void Flush();
+
+ private:
+  void Raw(const char* data, std::size_t size);
+
+  int fd_ = -1;
+  FileMode mode_ = FileMode::kText;
+  std::vector<char> buffer_;
+};
+
+// Writes `bytes` as a whole file; false when it can't be created.
+bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mode);
+// Reads a whole file as it is on disk; false when it can't be opened.
+bool ReadWholeFile(const std::string& path, std::string& bytes);
+
+// Buffered input file. In text mode ReadLine behaves like fgets on a Windows
+// text-mode stream: "\r\n" arrives as '\n', a lone '\r' stays.
+class InFile {
+ public:
+  InFile() = default;
+  ~InFile();
+  InFile(const InFile&) = delete;
+  InFile& operator=(const InFile&) = delete;
+
+  bool Open(const std::string& path, FileMode mode);
+  bool IsOpen() const { return fd_ >= 0; }
+  void Close();
+
+  // fgets: reads at most size-1 bytes, stopping after a '\n'; always
+  // terminates `buffer`. False at end of file with nothing read. A size of 0
+  // gives false and writes nothing; a size of 1 gives "" and false only at
+  // end of file.
+  bool ReadLine(char* buffer, std::size_t size);
+  // Up to `size` bytes; returns how many were read (0 at end of file).
+  std::size_t Read(char* buffer, std::size_t size);
+
+ private:
+  int NextByte();  // -1 at end of file
+  bool Refill();
+
+  int fd_ = -1;
+  FileMode mode_ = FileMode::kText;
+  std::vector<char> buffer_;
+  std::size_t pos_ = 0;
+  std::size_t end_ = 0;
+};
+
+}  // namespace tarnlog

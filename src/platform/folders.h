@@ -1,0 +1,53 @@
+// Folder and file operations of the pages: copies that never overwrite,
+// the two forms of folder creation, access tests and wildcard listings.
+#pragma once
+
+#include <string>
+#include <string_view>
+#include <vector>
+
+namespace tarnlog {
+
+class PageHost;
+
+// Copies `from` to `to` unless `to` already exists (an older copy stays).
+// The result is there for tests; pages don't look at it.
+bool CopyFileNoOverwrite(const std::string& from, const std::string& to);
+
+// Copies `from` over `to`, replacing what is there, as the shell's copy does.
+// The copy keeps the mode bits of `from`.
+bool CopyFileReplacing(const std::string& from, const std::string& to);
+
+// Creates a folder, result ignored by the callers: it may already exist.
+bool MakeFolder(const std::string& path);
+
+inline constexpr std::string_view kMakeDirFailed = "Make DIR is Failed! Enter OK continue.";
+
+// Creates a fresh folder; when that fails (also when it exists) shows
+// "Make DIR is Failed! Enter OK continue." and returns false.
+bool MakeFolderChecked(const std::string& path, PageHost& host);
+
+// The access test: does anything exist under `path`.
+bool PathExists(const std::string& path);
+bool IsFolder(const std::string& path);
+
+// Removes a file; false when there was none.
+bool RemoveFile(const std::string& path);
+
+// Case-insensitive wildcard match of a name ('*' any run, '?' one character),
+// as the Windows file search and the shell's del do it.
+bool WildcardMatch(std::string_view pattern, std::string_view name);
+
+struct FolderEntry {
+  std::string name;
+  bool isFolder = false;
+};
+
+// Entries of `folder` whose names match `pattern`, case-insensitively,
+// sorted by name without regard to case. "." and ".." are never listed.
+std::vector<FolderEntry> ListMatching(const std::string& folder, std::string_view pattern);
+
+// The process's current directory, or empty if it can't be read.
+std::string CurrentFolder();
+
+}  // namespace tarnlog
