@@ -1,0 +1,21 @@
+// Opening the extraction's tables, with the system's complaints on standard
+// output. A failed open never stops a run: the stream stays closed and
+// writes to it go nowhere.
+#pragma once
+
+#include <string>
+
+#include "platform/files.h"
+
+namespace tarnlog {
+
+// Mode 1 opens for "wb", anything but 0 for "ab". On failure prints
+// "Cannot open write  file:\n" (or "Cannot open  append  file:\n") and
+// "***   %.20s\n" with the path.
+bool OpenStream(int mode, const std::string& path, OutFile& stream);
+
+// Mode 0, "rb". On failure prints "Cannot open  read  file:\n" and the path
+// as above.
+bool OpenStream(int mode, const std::string& path, InFile& stream);
+
+}  // namespace tarnlog

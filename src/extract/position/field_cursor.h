@@ -1,0 +1,67 @@
+// A forward reader over the fields of a sentence that gives, for valid
+// input, what sscanf gives with "%lf", "%i", "%d", "%x" and literal
+// characters, without formatting machinery and never past the NUL.
+//
+// Like sscanf, the reads stop at the first one that fails: what was read
+// before keeps its value, what follows stays untouched, and `ok` turns false.
+#pragma once
+
+#include <cstdlib>
+
+namespace tarnlog {
+
+struct FieldCursor {
+  const char* at;
+  bool ok = true;
+
+  explicit FieldCursor(const char* start) : at(start) {}
+
+  // "%lf"
+  FieldCursor& Double(double& out) {
+    if (!ok) return *this;
+    char* end = nullptr;
+    const double value = std::strtod(at, &end);
+    return Take(end, [&] { out = value; });
+  }
+  // "%i": decimal, octal with a leading 0, hexadecimal with 0x.
+  FieldCursor& Int(int& out) { return Integer(out, 0); }
+  // "%d"
+  FieldCursor& Decimal(int& out) { return Integer(out, 10); }
+  // "%x", stored as the int the tables print.
+  FieldCursor& Hex(int& out) {
+    if (!ok) return *this;
+    char* end = nullptr;
+    const unsigned long value = std::strtoul(at, &end, 16);
+    return Take(end, [&] { out = static_cast<int>(static_cast<unsigned>(value)); });
+  }
+  // A literal character of the format.
+  FieldCursor& Char(char expected) {
+    if (ok && *at == expected) {
+      ++at;
+    } else {
+      ok = false;
+    }
+    return *this;
+  }
+  FieldCursor& Comma() { return Char(','); }
+
+ private:
+  FieldCursor& Integer(int& out, int base) {
+    if (!ok) return *this;
+    char* end = nullptr;
+    const long value = std::strtol(at, &end, base);
+    return Take(end, [&] { out = static_cast<int>(value); });
+  }
+  template <typename Store>
+  FieldCursor& Take(const char* end, Store store) {
+    if (end == at) {
+      ok = false;
+    } else {
+      store();
+      at = end;
+    }
+    return *this;
+  }
+};
+
+}  // namespace tarnlog

@@ -1,0 +1,184 @@
+#include "scan_sentence.h"
+
+#include <array>
+#include <cstdint>
+#include <cstring>
+#include <string_view>
+
+#include "checksums.h"
+
+namespace tarnlog {
+namespace {
+
+// What a byte means to the scanner. Ordinary bytes are 0 so that the inner
+// loop can step over them with one table look-up each.
+enum ByteClass : std::uint8_t {
+  kOrdinary = 0,
+  kSentenceStart = 1,  // '#', '$', '%'
+  kLineEnd = 2,        // CR, LF
+  kBinarySync = 3,     // 0xAA, the first byte of a binary frame's sync
+};
+
+constexpr std::array<std::uint8_t, 256> MakeByteClasses() {
+  std::array<std::uint8_t, 256> classes{};
+  classes['#'] = kSentenceStart;
+  classes['$'] = kSentenceStart;
+  classes['%'] = kSentenceStart;
+  classes['\r'] = kLineEnd;
+  classes['\n'] = kLineEnd;
+  classes[0xAA] = kBinarySync;
+  return classes;
+}
+constexpr std::array<std::uint8_t, 256> kByteClasses = MakeByteClasses();
+
+constexpr unsigned char kSync[4] = {0xAA, 0x44, 0x12, 0x1C};
+constexpr std::size_t kFrameCrcBytes = 4;
+constexpr std::size_t kMessageLengthOffset = 8;
+
+// Sixteen bytes at a time, as the compiler's portable vector extension.
+typedef unsigned char Bytes16 __attribute__((vector_size(16)));
+
+// True when none of the sixteen bytes at `p` needs a look.
+inline bool AllOrdinary16(const unsigned char* p) {
+  Bytes16 v;
+  std::memcpy(&v, p, sizeof v);
+  // '#', '$' and '%' are 0x23 to 0x25: one unsigned range test.
+  const Bytes16 special =
+      ((v - static_cast<unsigned char>('#')) < 3) | (v == '\r') | (v == '\n') | (v == 0xAA);
+  std::uint64_t halves[2];
+  std::memcpy(halves, &special, sizeof halves);
+  return (halves[0] | halves[1]) == 0;
+}
+
+// Skips ordinary bytes from `i` up to `end`.
+inline std::size_t SkipOrdinary(const unsigned char* bytes, std::size_t i, std::size_t end) {
+  while (i + 16 <= end && AllOrdinary16(bytes + i))
+    i += 16;
+  while (i < end && kByteClasses[bytes[i]] == kOrdinary)
+    ++i;
+  return i;
+}
+
+// Copies `length` bytes and a NUL, cut to fit `capacity`; returns the bytes
+// copied.
+std::size_t CopyLine(const char* from, std::size_t length, char* lineOut, std::size_t capacity) {
+  if (capacity == 0) return 0;
+  if (length > capacity - 1) length = capacity - 1;
+  std::memcpy(lineOut, from, length);
+  lineOut[length] = '\0';
+  return length;
+}
+
+// A '#PASSCOM' wrapper carries whole sentences of another port, so their
+// start bytes don't cut it. The open text ends at the current byte or at a
+// NUL, whichever comes first.
+bool HoldsPasscom(const char* open, std::size_t openLength) {
+  const void* nul = std::memchr(open, '\0', openLength);
+  if (nul != nullptr) openLength = static_cast<const char*>(nul) - open;
+  return std::string_view(open, openLength).find("#PASSCOM") != std::string_view::npos;
+}
+
+std::uint32_t LoadLe32(const unsigned char* p) {
+  return static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
+         static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
+}
+
+}  // namespace
+
+int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursorOut, char* lineOut,
+                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut) {
+  if (buffer == nullptr || lineOut == nullptr || remaining == nullptr || cursorOut == nullptr ||
+      lengthOut == nullptr || kindOut == nullptr) {
+    return kScanBadArguments;
+  }
+  const auto* bytes = reinterpret_cast<const unsigned char*>(buffer);
+  const std::size_t count = *remaining;
+  // Below this index ordinary bytes need no look; from it on every ordinary
+  // byte forces a cut.
+  const std::size_t quietEnd = count < kForceCutLength ? count : kForceCutLength;
+
+  bool isOpen = false;
+  std::size_t open = 0;
+  bool passcom = false;  // once the open text holds "#PASSCOM" it keeps it
+
+  // Hands the bytes [from, end) over as a sentence and moves past `next`.
+  auto finish = [&](std::size_t from, std::size_t end, std::size_t next) {
+    *lengthOut = CopyLine(buffer + from, end - from, lineOut, lineCapacity);
+    *cursorOut = buffer + next;
+    *remaining = count - next;
+  };
+
+  std::size_t i = 0;
+  while (true) {
+    i = SkipOrdinary(bytes, i, quietEnd);
+    if (i >= count) return kNoSentence;
+    const unsigned char byte = bytes[i];
+    switch (kByteClasses[byte]) {
+      case kSentenceStart:
+        if (!isOpen) {
+          isOpen = true;
+          open = i;
+          passcom = false;
+          *kindOut = byte == '$' ? kNmeaSentence : kAsciiLog;
+        } else {
+          if (!passcom) passcom = HoldsPasscom(buffer + open, i - open);
+          if (!passcom) {
+            finish(open, i, i);
+            return kScanSkippedOrCut;
+          }
+        }
+        ++i;
+        continue;
+      case kLineEnd: {
+        const std::size_t endLength =
+            (byte == '\r' && i + 1 < count && bytes[i + 1] == '\n') ? 2 : 1;
+        if (!isOpen) {
+          if (lineCapacity > 0) lineOut[0] = '\0';
+          *lengthOut = 0;
+          *cursorOut = buffer + i + endLength;
+          *remaining = count - i - endLength;
+          return kScanSkippedOrCut;
+        }
+        finish(open, i + endLength, i + endLength);
+        return *kindOut;
+      }
+      case kBinarySync:
+        if (i + 3 < count && std::memcmp(bytes + i, kSync, sizeof kSync) == 0) {
+          *kindOut = kBinaryFrame;
+          const std::size_t available = count - i;
+          const std::size_t headerLength = bytes[i + 3];
+          if (available < headerLength || available < kMessageLengthOffset + 2) return kNoSentence;
+          const std::size_t messageLength =
+              bytes[i + kMessageLengthOffset] |
+              static_cast<std::size_t>(bytes[i + kMessageLengthOffset + 1]) << 8;
+          const std::size_t crcEnd = headerLength + messageLength;
+          const std::size_t frameLength = crcEnd + kFrameCrcBytes;
+          if (available < frameLength) return kNoSentence;
+          *lengthOut = CopyLine(buffer + i, frameLength, lineOut, lineCapacity);
+          if (Crc32Block(bytes + i, crcEnd) == LoadLe32(bytes + i + crcEnd)) {
+            *cursorOut = buffer + i + frameLength;
+            *remaining = count - i - frameLength;
+            return kBinaryFrame;
+          }
+          *kindOut = kNoSentence;
+          ++i;
+          continue;
+        }
+        break;
+      default:
+        break;
+    }
+    // An ordinary byte (or a sync byte that begins no frame).
+    if (i + 1 > kForceCutLength) {
+      if (!isOpen) {
+        isOpen = true;
+        open = 0;
+      }
+      finish(open, i + 1, i + 1);
+      return *kindOut;
+    }
+    ++i;
+  }
+}
+
+}  // namespace tarnlog

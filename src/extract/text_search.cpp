@@ -1,0 +1,49 @@
+#include "text_search.h"
+
+#include <cstring>
+
+namespace tarnlog {
+
+void FindTextTable::Clear() {
+  for (int& entry : entries)
+    entry = 0;
+}
+
+int FindText(const char* text, const char* pattern, int start, FindTextTable& failTable) {
+  if (text == nullptr || pattern == nullptr || start < 0) return 0;
+  const char* searched = text + start;
+  const int textLength = static_cast<int>(std::strlen(searched));
+  const int patternLength = static_cast<int>(std::strlen(pattern));
+  if (patternLength == 0) return 0;
+
+  constexpr int kTableSize = sizeof failTable.entries / sizeof failTable.entries[0];
+  int i = 0;  // in the text
+  int j = 0;  // in the pattern
+  while (i < textLength) {
+    if (searched[i] == pattern[j]) {
+      ++i;
+      ++j;
+      if (j == patternLength) return i - patternLength + 1;
+    } else {
+      // The mismatching character is passed over, not tried again against
+      // the restarted pattern.
+      if (j > 0) {
+        const int next = j < kTableSize ? failTable.entries[j] : 0;
+        j = next >= 0 && next < j ? next : 0;
+      }
+      ++i;
+    }
+  }
+  return 0;
+}
+
+int IsNumericText(const char* text) {
+  if (text == nullptr) return 0;
+  for (const char* p = text; *p != '\0'; ++p) {
+    const char c = *p;
+    if (!((c >= '0' && c <= '9') || c == '.' || c == '-' || c == '+')) return -1;
+  }
+  return 0;
+}
+
+}  // namespace tarnlog
