@@ -133,10 +133,11 @@ bool VerifyNmeaChecksum(const char* line, std::size_t length, std::size_t starIn
   if (line == nullptr || starIndex > kLimit || length > kLimit || starIndex < 1) return false;
   const std::size_t span = starIndex - 1 < length ? starIndex - 1 : (length > 0 ? length - 1 : 0);
   const unsigned sum = NmeaXor(span, line + 1);
-  char upper[3];
-  char lower[3];
-  std::snprintf(upper, sizeof upper, "%02X", sum);
-  std::snprintf(lower, sizeof lower, "%02x", sum);
+  // "%02X" and "%02x" of the sum.
+  static constexpr char kUpper[] = "0123456789ABCDEF";
+  static constexpr char kLower[] = "0123456789abcdef";
+  const char upper[3] = {kUpper[sum >> 4], kUpper[sum & 15], '\0'};
+  const char lower[3] = {kLower[sum >> 4], kLower[sum & 15], '\0'};
   // The two characters behind the star, as far as the sentence has them.
   char stored[3] = {};
   for (std::size_t n = 0; n < 2; ++n) {

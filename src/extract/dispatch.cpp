@@ -286,6 +286,16 @@ Dispatcher::Dispatcher() {
   }
   while (stage <= 3)
     stageBegin_[stage++] = static_cast<int>(rows.size());
+  for (auto& byPattern : rowsByPattern_)
+    byPattern.resize(patterns_.Count());
+  for (std::size_t i = 0; i < rows.size(); ++i) {
+    const int s = rows[i].stage - 1;
+    if (rowPattern_[i] < 0) {
+      positionRows_[s].push_back(static_cast<int>(i));
+    } else {
+      rowsByPattern_[s][rowPattern_[i]].push_back(static_cast<int>(i));
+    }
+  }
 }
 
 bool Dispatcher::Holds(const DispatchRow& row, int rowIndex, const char* sentence,
@@ -319,11 +329,28 @@ bool Dispatcher::Holds(const DispatchRow& row, int rowIndex, const char* sentenc
 const DispatchRow* Dispatcher::Classify(int stage, const char* sentence, std::size_t length,
                                         const PatternHits& hits,
                                         const ExtractOptions& options) const {
+  // The first row in order that holds, looking only at rows whose text the
+  // sentence contains and at the fixed-position rows.
   const auto& rows = DispatchRows();
-  for (int i = stageBegin_[stage - 1]; i < stageBegin_[stage]; ++i) {
-    if (Holds(rows[i], i, sentence, length, hits, options)) return &rows[i];
+  const auto& byPattern = rowsByPattern_[stage - 1];
+  int best = stageBegin_[stage];
+  for (std::size_t word = 0; word < hits.found.size(); ++word) {
+    for (std::uint64_t bits = hits.found[word]; bits != 0; bits &= bits - 1) {
+      const int id = static_cast<int>(word * 64) + __builtin_ctzll(bits);
+      for (int row : byPattern[id]) {
+        if (row >= best) break;
+        if (Holds(rows[row], row, sentence, length, hits, options)) {
+          best = row;
+          break;
+        }
+      }
+    }
   }
-  return nullptr;
+  for (int row : positionRows_[stage - 1]) {
+    if (row >= best) break;
+    if (Holds(rows[row], row, sentence, length, hits, options)) best = row;
+  }
+  return best < stageBegin_[stage] ? &rows[best] : nullptr;
 }
 
 namespace {

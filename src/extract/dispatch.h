@@ -100,6 +100,10 @@ class Dispatcher {
 
   PatternSet patterns_;
   std::vector<int> rowPattern_;
+  // Per stage: for each pattern the rows it is the test of, in order, and
+  // the rows that test a fixed position; only these can hold.
+  std::array<std::vector<std::vector<int>>, 3> rowsByPattern_;
+  std::array<std::vector<int>, 3> positionRows_;
   int fine_ = 0;
   int commaFine_ = 0;
   int commaCom_ = 0;

@@ -1,6 +1,8 @@
-#include "log_fields.h"
+#include "extract/log_fields.h"
 
-#include <cstdio>
+#include "extract/field_cursor.h"
+
+#include <cstdlib>
 #include <cstring>
 
 namespace tarnlog {
@@ -24,10 +26,11 @@ struct ShortField {
     std::memcpy(text, from, length);
     text[length] = '\0';
   }
+  // "%x", failing to 0.
   unsigned AsHex() const {
-    unsigned value = 0;
-    if (std::sscanf(text, "%x", &value) != 1) return 0;
-    return value;
+    char* end = nullptr;
+    const unsigned long value = std::strtoul(text, &end, 16);
+    return end == text ? 0 : static_cast<unsigned>(value);
   }
 };
 
@@ -37,21 +40,35 @@ bool ReadLongHeader(const char* sentence, LongHeader* header) {
   if (sentence == nullptr || header == nullptr) return false;
   const char* idle = BehindComma(sentence, 3);
   if (idle == nullptr) return false;
-  std::sscanf(idle, "%lf", &header->idle);
+  FieldCursor(idle).Double(header->idle);
   const char* week = BehindComma(idle, 2);
   if (week == nullptr) return false;
-  return std::sscanf(week, "%i,%lf", &header->week, &header->seconds) == 2;
+  return FieldCursor(week).Int(header->week).Comma().Double(header->seconds).ok;
 }
 
 bool ReadCompactHeader(const char* sentence, CompactHeader* header) {
   if (sentence == nullptr || header == nullptr) return false;
-  return std::sscanf(sentence, "%*[^,],%d,%*[^,],%*[^,],%d,%d", &header->idle, &header->week,
-                     &header->milliseconds) == 3;
+  // "%*[^,],%d,%*[^,],%*[^,],%d,%d"
+  FieldCursor cursor(sentence);
+  return cursor.SkipField()
+      .Comma()
+      .Decimal(header->idle)
+      .Comma()
+      .SkipField()
+      .Comma()
+      .SkipField()
+      .Comma()
+      .Decimal(header->week)
+      .Comma()
+      .Decimal(header->milliseconds)
+      .ok;
 }
 
 bool ReadBriefHeader(const char* sentence, CompactHeader* header) {
   if (sentence == nullptr || header == nullptr) return false;
-  return std::sscanf(sentence, "%*[^,],%d,%d", &header->week, &header->milliseconds) == 2;
+  // "%*[^,],%d,%d"
+  FieldCursor cursor(sentence);
+  return cursor.SkipField().Comma().Decimal(header->week).Comma().Decimal(header->milliseconds).ok;
 }
 
 // For a star at p, with the last field one character long (a comma at p-2)

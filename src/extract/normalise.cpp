@@ -1,7 +1,7 @@
 #include "extract/normalise.h"
 
-#include <cstdio>
 #include <cstring>
+#include "platform/fast_format.h"
 
 namespace tarnlog {
 namespace {
@@ -19,8 +19,8 @@ void Append(NormalisedSentence* out, const char* bytes, std::size_t length) {
 void BuildNormalised(const char* name, const CompactHeader& header, const char* body,
                      std::size_t bodyLength, NormalisedSentence* out) {
   const int written =
-      std::snprintf(out->text, kNormalisedCapacity, "#%s,COM1,0,%d,FINE,%d,%.3lf,929473751,3,18;",
-                    name, header.idle, header.week, header.Seconds());
+      FormatText(out->text, kNormalisedCapacity, "#%s,COM1,0,%d,FINE,%d,%.3lf,929473751,3,18;",
+                 name, header.idle, header.week, header.Seconds());
   out->length = written < 0 ? 0
                 : static_cast<std::size_t>(written) >= kNormalisedCapacity
                     ? kNormalisedCapacity - 1

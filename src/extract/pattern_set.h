@@ -1,7 +1,10 @@
-// Many "contains" tests over one sentence in a single pass: an Aho-Corasick
-// automaton over all the dispatch chain's texts, as a dense table over byte
-// classes. One pass marks every text the sentence holds and where each first
-// starts, so that the chain's ~150 tests become bit tests.
+// Many "contains" tests over one sentence in a single pass. Every text of
+// the dispatch chain is at least two characters long, so a table of the byte
+// pairs that begin some text rejects almost every position of a sentence
+// with one lookup and no dependence on the position before it; the rare
+// positions that pass are compared with the texts of that pair. One pass
+// marks every text the sentence holds and where each first starts, so that
+// the chain's ~150 tests become bit tests.
 #pragma once
 
 #include <array>
@@ -26,7 +29,8 @@ struct PatternHits {
 
 class PatternSet {
  public:
-  // Returns the pattern's id; the same text twice gives the same id.
+  // Returns the pattern's id; the same text twice gives the same id. Texts
+  // are at least two characters long.
   int Add(std::string_view pattern);
   void Build();
   // Marks the patterns found in text[0, length).
@@ -34,13 +38,14 @@ class PatternSet {
   int Count() const { return static_cast<int>(patterns_.size()); }
 
  private:
+  static std::size_t Pair(unsigned char first, unsigned char second) {
+    return (static_cast<std::size_t>(first) << 8) | second;
+  }
+
   std::vector<std::string_view> patterns_;
-  std::array<std::uint8_t, 256> byteClass_{};
-  int classCount_ = 1;
-  std::vector<std::uint16_t> next_;         // state * classCount_ + class
-  std::vector<std::uint32_t> outputBegin_;  // per state, into outputs_
-  std::vector<std::uint16_t> outputs_;      // pattern ids ending at a state
-  std::vector<std::uint16_t> lengths_;      // per pattern
+  std::vector<std::uint64_t> pairBits_;   // 65536 bits: pairs that begin a text
+  std::vector<std::uint32_t> pairBegin_;  // per pair, into byPair_
+  std::vector<std::uint16_t> byPair_;     // pattern ids grouped by their first pair
 };
 
 }  // namespace tarnlog

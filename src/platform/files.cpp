@@ -1,5 +1,7 @@
 #include "platform/files.h"
 
+#include "platform/fast_format.h"
+
 #include <fcntl.h>
 #include <locale.h>
 #include <sys/stat.h>
@@ -40,22 +42,6 @@ ssize_t ReadSome(int fd, char* data, std::size_t size) {
   return got;
 }
 
-// Numbers are always formatted with a '.' whatever locale the process has.
-class CLocaleScope {
- public:
-  CLocaleScope() {
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
-    if (cLocale != static_cast<locale_t>(0)) previous_ = uselocale(cLocale);
-  }
-  ~CLocaleScope() {
-    if (previous_ != static_cast<locale_t>(0)) uselocale(previous_);
-  }
-  CLocaleScope(const CLocaleScope&) = delete;
-  CLocaleScope& operator=(const CLocaleScope&) = delete;
-
- private:
-  locale_t previous_ = static_cast<locale_t>(0);
-};
 
 }  // namespace
 
@@ -147,11 +133,10 @@ void OutFile::Printf(const char* format, ...) {
 
 void OutFile::VPrintf(const char* format, va_list args) {
   if (fd_ < 0) return;
-  CLocaleScope cLocale;
   char stackText[kStackFormatSize];
   va_list again;
   va_copy(again, args);
-  const int length = std::vsnprintf(stackText, sizeof stackText, format, args);
+  const int length = FastFormat(stackText, sizeof stackText, format, args);
   if (length < 0) {
     va_end(again);
     return;
@@ -160,7 +145,7 @@ void OutFile::VPrintf(const char* format, va_list args) {
     Write(std::string_view(stackText, static_cast<std::size_t>(length)));
   } else {
     std::string heapText(static_cast<std::size_t>(length) + 1, '\0');
-    std::vsnprintf(heapText.data(), heapText.size(), format, again);
+    FastFormat(heapText.data(), heapText.size(), format, again);
     heapText.pop_back();
     Write(heapText);
   }

@@ -2,7 +2,7 @@
 // status and type, in earth-centred coordinates.
 #include <cstring>
 
-#include "extract/position/field_cursor.h"
+#include "extract/field_cursor.h"
 #include "extract/position/position_extractors.h"
 #include "extract/position/position_walk.h"
 

@@ -2,7 +2,7 @@
 
 #include <cstring>
 
-#include "extract/position/field_cursor.h"
+#include "extract/field_cursor.h"
 
 namespace tarnlog {
 namespace {

@@ -8,6 +8,8 @@
 
 #include <cstdlib>
 
+#include "extract/read_number.h"
+
 namespace tarnlog {
 
 struct FieldCursor {
@@ -19,8 +21,8 @@ struct FieldCursor {
   // "%lf"
   FieldCursor& Double(double& out) {
     if (!ok) return *this;
-    char* end = nullptr;
-    const double value = std::strtod(at, &end);
+    double value = 0.0;
+    const char* end = ReadDouble(at, &value);
     return Take(end, [&] { out = value; });
   }
   // "%i": decimal, octal with a leading 0, hexadecimal with 0x.
@@ -44,6 +46,15 @@ struct FieldCursor {
     return *this;
   }
   FieldCursor& Comma() { return Char(','); }
+  // "%*[^,]": one or more characters up to a comma or the end.
+  FieldCursor& SkipField() {
+    if (!ok) return *this;
+    const char* start = at;
+    while (*at != '\0' && *at != ',')
+      ++at;
+    ok = at != start;
+    return *this;
+  }
 
  private:
   FieldCursor& Integer(int& out, int base) {

@@ -1,0 +1,244 @@
+// Throughput and peak memory of the extraction over a synthesized capture:
+// the sentence scan alone, the BESTPOSA table alone, and the Static page's
+// full set of tables.
+//
+// The capture (1 GiB, seed 1, 10 Hz, no faults) is made once before the
+// benchmarks run. TARNLOG_BENCH_BYTES sets another size for quick runs;
+// TARNLOG_BENCH_CAPTURE names a file to make (or reuse, when it is at least
+// that large) and keep, for bench/compare-grep-awk to time on the same bytes.
+#include <benchmark/benchmark.h>
+#include <fcntl.h>
+#include <sys/mman.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+#include <cstdlib>
+#include <cstring>
+#include <filesystem>
+#include <string>
+#include <vector>
+
+#include "extract/extract_main.h"
+#include "extract/scan_sentence.h"
+#include "synthcap/synth.h"
+
+namespace tarnlog {
+namespace {
+
+constexpr std::uint64_t kDefaultCaptureBytes = 1ull << 30;
+constexpr std::uint64_t kSynthesisBytes = 256ull << 20;
+constexpr std::size_t kLineCapacity = 102400;
+
+struct BenchFiles {
+  std::string folder;   // scratch folder, removed at the end
+  std::string capture;  // the capture's path
+  std::uint64_t bytes = 0;
+};
+
+BenchFiles& Files() {
+  static BenchFiles files;
+  return files;
+}
+
+std::uint64_t CaptureBytesWanted() {
+  const char* text = std::getenv("TARNLOG_BENCH_BYTES");
+  if (text == nullptr || *text == '\0') return kDefaultCaptureBytes;
+  return std::strtoull(text, nullptr, 10);
+}
+
+std::uint64_t FileSize(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
+}
+
+SynthOptions CaptureOptions(std::uint64_t bytes) {
+  SynthOptions options;
+  options.size = bytes;
+  options.seed = 1;
+  options.rateHz = 10;
+  return options;
+}
+
+bool WriteCapture(const std::string& path, std::uint64_t bytes) {
+  std::FILE* file = std::fopen(path.c_str(), "wb");
+  if (file == nullptr) return false;
+  std::setvbuf(file, nullptr, _IONBF, 0);
+  const bool written = StreamCapture(CaptureOptions(bytes), [file](std::string_view block) {
+    return std::fwrite(block.data(), 1, block.size(), file) == block.size();
+  });
+  return std::fclose(file) == 0 && written;
+}
+
+bool PrepareFiles() {
+  BenchFiles& files = Files();
+  const char* base = std::getenv("TMPDIR");
+  std::string pattern = std::string(base && *base ? base : "/tmp") + "/tarnlog-bench-XXXXXX";
+  if (::mkdtemp(pattern.data()) == nullptr) return false;
+  files.folder = pattern;
+  const std::uint64_t wanted = CaptureBytesWanted();
+  const char* kept = std::getenv("TARNLOG_BENCH_CAPTURE");
+  files.capture = kept && *kept ? kept : files.folder + "/capture.log";
+  if (FileSize(files.capture) < wanted || wanted == 0) {
+    std::fprintf(stderr, "making a capture of %llu bytes in %s\n",
+                 static_cast<unsigned long long>(wanted), files.capture.c_str());
+    if (!WriteCapture(files.capture, wanted)) return false;
+  }
+  files.bytes = FileSize(files.capture);
+  return true;
+}
+
+// Peak resident memory is measured per benchmark: writing 5 to clear_refs
+// sets the high-water mark back to the current resident size.
+void ResetPeakMemory() {
+  if (std::FILE* file = std::fopen("/proc/self/clear_refs", "w")) {
+    std::fputs("5", file);
+    std::fclose(file);
+  }
+}
+
+double PeakMemoryMiB() {
+  std::FILE* file = std::fopen("/proc/self/status", "r");
+  if (file == nullptr) return 0.0;
+  char line[256];
+  double kib = 0.0;
+  while (std::fgets(line, sizeof line, file)) {
+    if (std::strncmp(line, "VmHWM:", 6) == 0) kib = std::strtod(line + 6, nullptr);
+  }
+  std::fclose(file);
+  return kib / 1024.0;
+}
+
+void Report(benchmark::State& state, std::uint64_t bytesPerIteration) {
+  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytesPerIteration));
+  state.counters["MB"] =
+      benchmark::Counter(static_cast<double>(state.iterations() * bytesPerIteration) / 1e6,
+                         benchmark::Counter::kIsRate);
+  state.counters["peak_rss_MiB"] = PeakMemoryMiB();
+}
+
+class MappedCapture {
+ public:
+  explicit MappedCapture(const std::string& path) {
+    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+    if (fd < 0) return;
+    size_ = FileSize(path);
+    void* mapped = size_ ? ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, fd, 0) : MAP_FAILED;
+    ::close(fd);
+    if (mapped == MAP_FAILED) return;
+    ::madvise(mapped, size_, MADV_SEQUENTIAL);
+    data_ = static_cast<const char*>(mapped);
+  }
+  ~MappedCapture() {
+    if (data_) ::munmap(const_cast<char*>(data_), size_);
+  }
+  MappedCapture(const MappedCapture&) = delete;
+  MappedCapture& operator=(const MappedCapture&) = delete;
+
+  const char* Data() const { return data_; }
+  std::size_t Size() const { return size_; }
+
+ private:
+  const char* data_ = nullptr;
+  std::size_t size_ = 0;
+};
+
+void BM_ScanOnly(benchmark::State& state) {
+  ResetPeakMemory();
+  MappedCapture capture(Files().capture);
+  if (capture.Data() == nullptr) {
+    state.SkipWithError("cannot map the capture");
+    return;
+  }
+  std::vector<char> line(kLineCapacity);
+  std::uint64_t sentences = 0;
+  for (auto _ : state) {
+    const char* cursor = capture.Data();
+    std::size_t remaining = capture.Size();
+    while (remaining > 0) {
+      const std::size_t before = remaining;
+      const char* next = cursor;
+      std::size_t length = 0;
+      int kind = 0;
+      const int result =
+          ScanSentence(cursor, &remaining, &next, line.data(), line.size(), &length, &kind);
+      if (result == 0 && remaining == before) break;  // an unfinished tail
+      cursor = next;
+      ++sentences;
+    }
+    benchmark::DoNotOptimize(sentences);
+  }
+  Report(state, capture.Size());
+  state.counters["sentences"] = static_cast<double>(sentences / state.iterations());
+}
+
+// ExtractMain as the pages call it, with default settings and a fresh state.
+void RunExtraction(benchmark::State& state, bool fullVector) {
+  const std::string output = Files().folder + (fullVector ? "/full" : "/bestpos");
+  std::filesystem::create_directories(output);
+  std::vector<std::string> texts = FullExtractionVector(output, Files().capture);
+  int argc = 125;
+  if (!fullVector) {
+    const std::vector<std::string> full = texts;
+    texts.resize(3);
+    for (std::size_t i = 3; i + 1 < full.size(); ++i) {
+      if (full[i] != "-BP") continue;
+      texts.push_back(full[i]);
+      texts.push_back(full[i + 1]);
+    }
+    argc = static_cast<int>(texts.size());
+  }
+  ResetPeakMemory();
+  for (auto _ : state) {
+    std::vector<char*> argv = ArgvOf(texts);
+    ExtractSettings settings;
+    ExtractionState extractionState;
+    ExtractMain(argc, argv.data(), settings, extractionState);
+  }
+  Report(state, Files().bytes);
+}
+
+void BM_ExtractBestPos(benchmark::State& state) {
+  RunExtraction(state, false);
+}
+void BM_ExtractFullVector(benchmark::State& state) {
+  RunExtraction(state, true);
+}
+
+// The synthesizer itself, into memory that is thrown away.
+void BM_Synthesize(benchmark::State& state) {
+  const std::uint64_t bytes = std::min(kSynthesisBytes, std::max<std::uint64_t>(Files().bytes, 1));
+  std::uint64_t produced = 0;
+  ResetPeakMemory();
+  for (auto _ : state) {
+    produced = 0;
+    StreamCapture(CaptureOptions(bytes), [&](std::string_view block) {
+      produced += block.size();
+      benchmark::DoNotOptimize(block.data());
+      return true;
+    });
+  }
+  Report(state, produced);
+}
+
+BENCHMARK(BM_ScanOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_ExtractBestPos)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_ExtractFullVector)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_Synthesize)->Unit(benchmark::kMillisecond)->UseRealTime();
+
+}  // namespace
+}  // namespace tarnlog
+
+int main(int argc, char** argv) {
+  benchmark::Initialize(&argc, argv);
+  if (benchmark::ReportUnrecognizedArguments(argc, argv)) return 1;
+  if (!tarnlog::PrepareFiles()) {
+    std::fprintf(stderr, "extract_bench: cannot make the capture\n");
+    return 1;
+  }
+  benchmark::RunSpecifiedBenchmarks();
+  benchmark::Shutdown();
+  std::error_code ignored;
+  std::filesystem::remove_all(tarnlog::Files().folder, ignored);
+  return 0;
+}

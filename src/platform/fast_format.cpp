@@ -1,0 +1,273 @@
+#include "platform/fast_format.h"
+
+#include <locale.h>
+#include <charconv>
+#include <cmath>
+#include <cstdio>
+#include <cstring>
+
+namespace tarnlog {
+namespace {
+
+struct Spec {
+  bool left = false;
+  bool plus = false;
+  bool space = false;
+  bool zero = false;
+  int width = 0;
+  int precision = -1;
+  int lengthLongs = 0;    // 1: l, 2: ll
+  int lengthShorts = 0;   // 1: h, 2: hh
+  bool sizeLike = false;  // z, j, t
+  char conversion = 0;
+};
+
+// Parses one conversion after its '%'; false for anything handed to
+// vsnprintf (the '#' flag, '*', L, n, p and the e/g/a families).
+bool ParseSpec(const char*& p, Spec& spec) {
+  for (;; ++p) {
+    if (*p == '-')
+      spec.left = true;
+    else if (*p == '+')
+      spec.plus = true;
+    else if (*p == ' ')
+      spec.space = true;
+    else if (*p == '0')
+      spec.zero = true;
+    else if (*p == '#' || *p == '\'')
+      return false;
+    else
+      break;
+  }
+  if (*p == '*') return false;
+  while (*p >= '0' && *p <= '9')
+    spec.width = spec.width * 10 + (*p++ - '0');
+  if (*p == '.') {
+    ++p;
+    if (*p == '*') return false;
+    spec.precision = 0;
+    while (*p >= '0' && *p <= '9')
+      spec.precision = spec.precision * 10 + (*p++ - '0');
+  }
+  for (;; ++p) {
+    if (*p == 'l')
+      ++spec.lengthLongs;
+    else if (*p == 'h')
+      ++spec.lengthShorts;
+    else if (*p == 'z' || *p == 'j' || *p == 't')
+      spec.sizeLike = true;
+    else
+      break;
+  }
+  spec.conversion = *p;
+  switch (*p) {
+    case 'd':
+    case 'i':
+    case 'u':
+    case 'x':
+    case 'X':
+    case 'o':
+      // Integer precisions are rare in the tables; leave them to the C library.
+      if (spec.precision >= 0) return false;
+      break;
+    case 'f':
+    case 'F':
+    case 'c':
+    case 's':
+    case '%':
+      break;
+    default:
+      return false;
+  }
+  ++p;
+  return true;
+}
+
+bool Supported(const char* format) {
+  for (const char* p = format; *p; ++p) {
+    if (*p != '%') continue;
+    ++p;
+    Spec spec;
+    if (!ParseSpec(p, spec)) return false;
+    --p;
+  }
+  return true;
+}
+
+class Sink {
+ public:
+  Sink(char* out, std::size_t capacity) : out_(out), capacity_(capacity) {}
+  void Put(const char* bytes, std::size_t n) {
+    if (size_ < capacity_) std::memcpy(out_ + size_, bytes, std::min(n, capacity_ - size_));
+    size_ += n;
+  }
+  void Fill(char c, int n) {
+    for (int i = 0; i < n; ++i)
+      Put(&c, 1);
+  }
+  std::size_t Size() const { return size_; }
+
+ private:
+  char* out_;
+  std::size_t capacity_;
+  std::size_t size_ = 0;
+};
+
+// Sign, then digits, padded to the width as printf pads numbers.
+void PutNumber(Sink& sink, const Spec& spec, char sign, const char* digits, std::size_t n) {
+  const int length = static_cast<int>(n) + (sign ? 1 : 0);
+  const int pad = spec.width > length ? spec.width - length : 0;
+  if (!spec.left && !spec.zero) sink.Fill(' ', pad);
+  if (sign) sink.Put(&sign, 1);
+  if (!spec.left && spec.zero) sink.Fill('0', pad);
+  sink.Put(digits, n);
+  if (spec.left) sink.Fill(' ', pad);
+}
+
+char SignFor(bool negative, const Spec& spec) {
+  if (negative) return '-';
+  if (spec.plus) return '+';
+  if (spec.space) return ' ';
+  return 0;
+}
+
+void PutSigned(Sink& sink, const Spec& spec, long long value) {
+  char digits[24];
+  const unsigned long long magnitude = value < 0 ? 0ull - static_cast<unsigned long long>(value)
+                                                 : static_cast<unsigned long long>(value);
+  const auto result = std::to_chars(digits, digits + sizeof digits, magnitude);
+  PutNumber(sink, spec, SignFor(value < 0, spec), digits,
+            static_cast<std::size_t>(result.ptr - digits));
+}
+
+void PutUnsigned(Sink& sink, Spec spec, unsigned long long value) {
+  char digits[32];
+  const int base = spec.conversion == 'x' || spec.conversion == 'X' ? 16
+                   : spec.conversion == 'o'                         ? 8
+                                                                    : 10;
+  const auto result = std::to_chars(digits, digits + sizeof digits, value, base);
+  if (spec.conversion == 'X') {
+    for (char* c = digits; c < result.ptr; ++c) {
+      if (*c >= 'a' && *c <= 'f') *c = static_cast<char>(*c - 'a' + 'A');
+    }
+  }
+  spec.plus = spec.space = false;  // no sign for unsigned conversions
+  PutNumber(sink, spec, 0, digits, static_cast<std::size_t>(result.ptr - digits));
+}
+
+void PutFixed(Sink& sink, const Spec& spec, double value) {
+  const int precision = spec.precision < 0 ? 6 : spec.precision;
+  if (!std::isfinite(value) || precision > 60) {
+    // Rare: let the C library spell infinities and not-a-numbers.
+    char text[512];
+    char format[32];
+    std::snprintf(format, sizeof format, "%%%s%s%s%s%d.%d%c", spec.left ? "-" : "",
+                  spec.plus ? "+" : "", spec.space ? " " : "", spec.zero ? "0" : "", spec.width,
+                  precision, spec.conversion);
+    const int n = std::snprintf(text, sizeof text, format, value);
+    if (n > 0) sink.Put(text, std::min<std::size_t>(static_cast<std::size_t>(n), sizeof text - 1));
+    return;
+  }
+  char digits[400];
+  const bool negative = std::signbit(value);
+  const auto result = std::to_chars(digits, digits + sizeof digits, negative ? -value : value,
+                                    std::chars_format::fixed, precision);
+  PutNumber(sink, spec, SignFor(negative, spec), digits,
+            static_cast<std::size_t>(result.ptr - digits));
+}
+
+void PutText(Sink& sink, const Spec& spec, const char* text, std::size_t n) {
+  const int pad = spec.width > static_cast<int>(n) ? spec.width - static_cast<int>(n) : 0;
+  if (!spec.left) sink.Fill(' ', pad);
+  sink.Put(text, n);
+  if (spec.left) sink.Fill(' ', pad);
+}
+
+}  // namespace
+
+int FastFormat(char* out, std::size_t capacity, const char* format, va_list args) {
+  if (!Supported(format)) {
+    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
+    const locale_t previous = cLocale ? uselocale(cLocale) : static_cast<locale_t>(0);
+    const int n = std::vsnprintf(out, capacity, format, args);
+    if (previous) uselocale(previous);
+    return n;
+  }
+  Sink sink(out, capacity);
+  const char* p = format;
+  while (*p) {
+    const char* percent = std::strchr(p, '%');
+    if (!percent) {
+      sink.Put(p, std::strlen(p));
+      break;
+    }
+    sink.Put(p, static_cast<std::size_t>(percent - p));
+    p = percent + 1;
+    Spec spec;
+    ParseSpec(p, spec);
+    switch (spec.conversion) {
+      case '%':
+        sink.Put("%", 1);
+        break;
+      case 'c': {
+        const char c = static_cast<char>(va_arg(args, int));
+        PutText(sink, spec, &c, 1);
+        break;
+      }
+      case 's': {
+        const char* text = va_arg(args, const char*);
+        if (!text) text = "(null)";
+        const std::size_t n = spec.precision >= 0
+                                  ? strnlen(text, static_cast<std::size_t>(spec.precision))
+                                  : std::strlen(text);
+        PutText(sink, spec, text, n);
+        break;
+      }
+      case 'f':
+      case 'F':
+        PutFixed(sink, spec, va_arg(args, double));
+        break;
+      case 'd':
+      case 'i': {
+        long long value;
+        if (spec.lengthLongs >= 2 || spec.sizeLike)
+          value = va_arg(args, long long);
+        else if (spec.lengthLongs == 1)
+          value = va_arg(args, long);
+        else
+          value = va_arg(args, int);
+        if (spec.lengthShorts == 1) value = static_cast<short>(value);
+        if (spec.lengthShorts >= 2) value = static_cast<signed char>(value);
+        PutSigned(sink, spec, value);
+        break;
+      }
+      default: {  // u x X o
+        unsigned long long value;
+        if (spec.lengthLongs >= 2 || spec.sizeLike)
+          value = va_arg(args, unsigned long long);
+        else if (spec.lengthLongs == 1)
+          value = va_arg(args, unsigned long);
+        else
+          value = va_arg(args, unsigned);
+        if (spec.lengthShorts == 1) value = static_cast<unsigned short>(value);
+        if (spec.lengthShorts >= 2) value = static_cast<unsigned char>(value);
+        PutUnsigned(sink, spec, value);
+        break;
+      }
+    }
+  }
+  return static_cast<int>(sink.Size());
+}
+
+int FormatText(char* out, std::size_t capacity, const char* format, ...) {
+  if (capacity == 0) return 0;
+  va_list args;
+  va_start(args, format);
+  const int length = FastFormat(out, capacity - 1, format, args);
+  va_end(args);
+  const std::size_t end = length < 0 ? 0 : std::min(static_cast<std::size_t>(length), capacity - 1);
+  out[end] = '\0';
+  return length;
+}
+
+}  // namespace tarnlog
