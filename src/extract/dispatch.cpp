@@ -273,10 +273,6 @@ Dispatcher::Dispatcher() {
   for (std::size_t i = 0; i < rows.size(); ++i) {
     if (rows[i].test != TestKind::kAtCharacter) rowPattern_[i] = patterns_.Add(rows[i].text);
   }
-  fine_ = patterns_.Add("FINE");
-  commaFine_ = patterns_.Add(",FINE,");
-  commaCom_ = patterns_.Add(",COM");
-  local_ = patterns_.Add("LOCAL");
   patterns_.Build();
   int stage = 1;
   stageBegin_[0] = 0;
@@ -298,6 +294,20 @@ Dispatcher::Dispatcher() {
   }
 }
 
+namespace {
+
+// The conditions' texts: searched for when a row first asks, then known.
+bool Contains(const PatternHits& hits, const char* sentence, int slot, const char* text) {
+  const unsigned bit = 1u << slot;
+  if (!(hits.searched & bit)) {
+    hits.searched |= bit;
+    if (std::strstr(sentence, text)) hits.present |= bit;
+  }
+  return hits.present & bit;
+}
+
+}  // namespace
+
 bool Dispatcher::Holds(const DispatchRow& row, int rowIndex, const char* sentence,
                        std::size_t length, const PatternHits& hits,
                        const ExtractOptions& options) const {
@@ -317,11 +327,11 @@ bool Dispatcher::Holds(const DispatchRow& row, int rowIndex, const char* sentenc
     }
   }
   const unsigned needs = row.needs;
-  if ((needs & kNeedFine) && !hits.Has(fine_)) return false;
-  if ((needs & kNeedCommaFine) && !hits.Has(commaFine_)) return false;
-  if ((needs & kNeedNoCom) && hits.Has(commaCom_)) return false;
-  if ((needs & kNeedCom) && !hits.Has(commaCom_)) return false;
-  if ((needs & kNeedNoLocal) && hits.Has(local_)) return false;
+  if ((needs & kNeedFine) && !Contains(hits, sentence, 0, "FINE")) return false;
+  if ((needs & kNeedCommaFine) && !Contains(hits, sentence, 1, ",FINE,")) return false;
+  if ((needs & kNeedNoCom) && Contains(hits, sentence, 2, ",COM")) return false;
+  if ((needs & kNeedCom) && !Contains(hits, sentence, 2, ",COM")) return false;
+  if ((needs & kNeedNoLocal) && Contains(hits, sentence, 3, "LOCAL")) return false;
   if (row.option != kNoTable && !options.Wants(row.option)) return false;
   return true;
 }

@@ -104,10 +104,6 @@ class Dispatcher {
   // the rows that test a fixed position; only these can hold.
   std::array<std::vector<std::vector<int>>, 3> rowsByPattern_;
   std::array<std::vector<int>, 3> positionRows_;
-  int fine_ = 0;
-  int commaFine_ = 0;
-  int commaCom_ = 0;
-  int local_ = 0;
   std::array<int, 4> stageBegin_{};  // first row of each stage, and the end
 };
 

@@ -81,9 +81,13 @@ TrailingHex ReadTrailingHex(const char* sentence, std::size_t length) {
   ShortField last;
   ShortField secondLast;
   if (sentence != nullptr) {
-    for (std::size_t p = 0; p < length && sentence[p] != '\0'; ++p) {
-      if (sentence[p] != '*' || p < 5) continue;
-      const char* s = sentence;
+    const std::size_t n = strnlen(sentence, length);
+    const char* s = sentence;
+    for (const void* found = std::memchr(s, '*', n); found != nullptr;
+         found = std::memchr(static_cast<const char*>(found) + 1, '*',
+                             n - (static_cast<const char*>(found) + 1 - s))) {
+      const std::size_t p = static_cast<std::size_t>(static_cast<const char*>(found) - s);
+      if (p < 5) continue;
       if (s[p - 2] == ',') {
         last.Take("", 0);
         if (s[p - 4] != ',') {

@@ -1,6 +1,12 @@
 #include "extract/pattern_set.h"
 
 #include <cstring>
+#include <map>
+#include <set>
+
+#if defined(__SSE2__)
+#include <emmintrin.h>
+#endif
 #include <stdexcept>
 
 namespace tarnlog {
@@ -33,26 +39,79 @@ void PatternSet::Build() {
     byPair_.insert(byPair_.end(), groups[pair].begin(), groups[pair].end());
   }
   pairBegin_[kPairs] = static_cast<std::uint32_t>(byPair_.size());
+
+  std::map<unsigned char, std::set<unsigned char>> seconds;
+  for (std::string_view pattern : patterns_) {
+    seconds[static_cast<unsigned char>(pattern[0])].insert(static_cast<unsigned char>(pattern[1]));
+  }
+  singles_.clear();
+  pairs_.clear();
+  for (const auto& [first, following] : seconds) {
+    if (following.size() > 3) {
+      singles_.push_back(first);
+    } else {
+      for (unsigned char second : following)
+        pairs_.emplace_back(first, second);
+    }
+  }
+}
+
+void PatternSet::MatchAt(const char* text, std::size_t length, std::size_t i,
+                         PatternHits& hits) const {
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+  const std::size_t pair = Pair(bytes[i], bytes[i + 1]);
+  if (!((pairBits_[pair >> 6] >> (pair & 63)) & 1)) return;
+  for (std::uint32_t k = pairBegin_[pair]; k < pairBegin_[pair + 1]; ++k) {
+    const int id = byPair_[k];
+    if (hits.Has(id)) continue;
+    const std::string_view pattern = patterns_[id];
+    if (pattern.size() <= length - i &&
+        std::memcmp(text + i + 2, pattern.data() + 2, pattern.size() - 2) == 0) {
+      hits.found[id >> 6] |= std::uint64_t{1} << (id & 63);
+      hits.firstStart[id] = static_cast<std::uint32_t>(i);
+    }
+  }
 }
 
 void PatternSet::Match(const char* text, std::size_t length, PatternHits& hits) const {
   if (length < 2) return;
-  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
-  const std::uint64_t* bits = pairBits_.data();
-  for (std::size_t i = 0; i + 1 < length; ++i) {
-    const std::size_t pair = Pair(bytes[i], bytes[i + 1]);
-    if (!((bits[pair >> 6] >> (pair & 63)) & 1)) continue;
-    for (std::uint32_t k = pairBegin_[pair]; k < pairBegin_[pair + 1]; ++k) {
-      const int id = byPair_[k];
-      if (hits.Has(id)) continue;
-      const std::string_view pattern = patterns_[id];
-      if (pattern.size() <= length - i &&
-          std::memcmp(text + i + 2, pattern.data() + 2, pattern.size() - 2) == 0) {
-        hits.found[id >> 6] |= std::uint64_t{1} << (id & 63);
-        hits.firstStart[id] = static_cast<std::uint32_t>(i);
+  std::size_t i = 0;
+#if defined(__SSE2__)
+  // Sixteen positions at a time: a position is looked at only when its byte
+  // (or its byte pair) can begin some text.
+  constexpr std::size_t kMaxFilters = 16;
+  if (singles_.size() <= kMaxFilters && pairs_.size() <= kMaxFilters) {
+    __m128i single[kMaxFilters];
+    __m128i pairFirst[kMaxFilters];
+    __m128i pairSecond[kMaxFilters];
+    const std::size_t singles = singles_.size();
+    const std::size_t pairs = pairs_.size();
+    for (std::size_t k = 0; k < singles; ++k)
+      single[k] = _mm_set1_epi8(static_cast<char>(singles_[k]));
+    for (std::size_t k = 0; k < pairs; ++k) {
+      pairFirst[k] = _mm_set1_epi8(static_cast<char>(pairs_[k].first));
+      pairSecond[k] = _mm_set1_epi8(static_cast<char>(pairs_[k].second));
+    }
+    for (; i + 17 <= length; i += 16) {
+      const __m128i here = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i));
+      const __m128i next = _mm_loadu_si128(reinterpret_cast<const __m128i*>(text + i + 1));
+      __m128i candidates = _mm_setzero_si128();
+      for (std::size_t k = 0; k < singles; ++k) {
+        candidates = _mm_or_si128(candidates, _mm_cmpeq_epi8(here, single[k]));
+      }
+      for (std::size_t k = 0; k < pairs; ++k) {
+        candidates = _mm_or_si128(candidates, _mm_and_si128(_mm_cmpeq_epi8(here, pairFirst[k]),
+                                                            _mm_cmpeq_epi8(next, pairSecond[k])));
+      }
+      for (unsigned mask = static_cast<unsigned>(_mm_movemask_epi8(candidates)); mask != 0;
+           mask &= mask - 1) {
+        MatchAt(text, length, i + static_cast<std::size_t>(__builtin_ctz(mask)), hits);
       }
     }
   }
+#endif
+  for (; i + 1 < length; ++i)
+    MatchAt(text, length, i, hits);
 }
 
 }  // namespace tarnlog

@@ -11,6 +11,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <string_view>
+#include <utility>
 #include <vector>
 
 namespace tarnlog {
@@ -21,7 +22,15 @@ struct PatternHits {
   std::array<std::uint64_t, kMaxPatterns / 64> found{};
   std::array<std::uint32_t, kMaxPatterns> firstStart{};  // valid where found
 
-  void Clear() { found.fill(0); }
+  // Texts asked about by only a few rows are searched for on demand, once:
+  // bit k of `searched` says whether bit k of `present` is known.
+  mutable unsigned searched = 0;
+  mutable unsigned present = 0;
+
+  void Clear() {
+    found.fill(0);
+    searched = present = 0;
+  }
   bool Has(int id) const { return (found[id >> 6] >> (id & 63)) & 1; }
   // Found, and its first occurrence starts the text.
   bool AtStart(int id) const { return Has(id) && firstStart[id] == 0; }
@@ -46,6 +55,12 @@ class PatternSet {
   std::vector<std::uint64_t> pairBits_;   // 65536 bits: pairs that begin a text
   std::vector<std::uint32_t> pairBegin_;  // per pair, into byPair_
   std::vector<std::uint16_t> byPair_;     // pattern ids grouped by their first pair
+
+  // For the 16-bytes-at-a-time pre-filter: first bytes that begin texts
+  // with many different second bytes are tested alone, the others as pairs.
+  std::vector<unsigned char> singles_;
+  std::vector<std::pair<unsigned char, unsigned char>> pairs_;
+  void MatchAt(const char* text, std::size_t length, std::size_t i, PatternHits& hits) const;
 };
 
 }  // namespace tarnlog
