@@ -5,6 +5,7 @@
 
 #include "extract/normalise.h"
 #include "extract/position/position_extractors.h"
+#include "extract/targets.h"
 #include "extract/text_search.h"
 
 namespace tarnlog {
@@ -92,8 +93,11 @@ void RunCombined(const DispatchContext& c) {
     const PositionTables tables{c.Table(0), c.Table(1), c.Table(2)};
     ExtractPosition(log.positionLog, position.text, position.length, tables, c.state, 1);
   }
-  // The velocity half goes to the velocity extractors with the velocity
-  // table (tables[3]).
+  if (log.velocityName) {
+    const bool giveVelocity = !log.guardedByBestOptions ||
+                              (c.options.Wants(TableId::kBestVel) && !Contains(velocity, "LOCAL"));
+    if (giveVelocity) ExtractCombinedVelocity(log.velocityName, velocity, c.Table(3), c.state);
+  }
 }
 
 DispatchRow Prefix(const char* text, unsigned needs, std::array<TableId, 4> tables,
@@ -256,6 +260,13 @@ std::vector<DispatchRow> MakeRows() {
   };
   for (DispatchRow& row : rows) {
     if (row.tables[0] == T::kMatchBase2) row.goesOn = true;
+    if (row.handler) continue;
+    for (auto family :
+         {VelocityDopTargets, RangeTargets, NmeaTargets, InsImuTargets, StatusTargets}) {
+      for (const TargetBinding& binding : family()) {
+        if (binding.table == row.tables[0]) row.handler = binding.handler;
+      }
+    }
   }
   return rows;
 }

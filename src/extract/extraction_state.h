@@ -7,6 +7,10 @@
 #include <array>
 #include <cstddef>
 
+#include "extract/nmea/nmea_state.h"
+#include "extract/range/range_state.h"
+#include "extract/status/status_state.h"
+
 namespace tarnlog {
 
 // The sources whose positions real-value generation averages. Each has three
@@ -73,6 +77,9 @@ struct ExtractionState {
   std::array<PositionSums, static_cast<std::size_t>(SumSource::kCount)> sums{};
   LastBestPosition lastBestPos;
   RtkRunStatistics rtkStatistics;
+  NmeaState nmea;      // the NMEA extractors' day cells and GGA state
+  RangeState range;    // the latest observation epoch
+  StatusState status;  // PERFSTAT, PPS and first-fix bookkeeping
 
   PositionSums& Sums(SumSource source) { return sums[static_cast<std::size_t>(source)]; }
 };
