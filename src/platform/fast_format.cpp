@@ -3,6 +3,7 @@
 #include <locale.h>
 #include <charconv>
 #include <cmath>
+#include <cstdint>
 #include <cstdio>
 #include <cstring>
 
@@ -80,17 +81,6 @@ bool ParseSpec(const char*& p, Spec& spec) {
       return false;
   }
   ++p;
-  return true;
-}
-
-bool Supported(const char* format) {
-  for (const char* p = format; *p; ++p) {
-    if (*p != '%') continue;
-    ++p;
-    Spec spec;
-    if (!ParseSpec(p, spec)) return false;
-    --p;
-  }
   return true;
 }
 
@@ -183,16 +173,9 @@ void PutText(Sink& sink, const Spec& spec, const char* text, std::size_t n) {
   if (spec.left) sink.Fill(' ', pad);
 }
 
-}  // namespace
+constexpr int kNotCovered = -2;
 
-int FastFormat(char* out, std::size_t capacity, const char* format, va_list args) {
-  if (!Supported(format)) {
-    static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
-    const locale_t previous = cLocale ? uselocale(cLocale) : static_cast<locale_t>(0);
-    const int n = std::vsnprintf(out, capacity, format, args);
-    if (previous) uselocale(previous);
-    return n;
-  }
+int FastFormatCovered(char* out, std::size_t capacity, const char* format, va_list args) {
   Sink sink(out, capacity);
   const char* p = format;
   while (*p) {
@@ -204,7 +187,7 @@ int FastFormat(char* out, std::size_t capacity, const char* format, va_list args
     sink.Put(p, static_cast<std::size_t>(percent - p));
     p = percent + 1;
     Spec spec;
-    ParseSpec(p, spec);
+    if (!ParseSpec(p, spec)) return kNotCovered;
     switch (spec.conversion) {
       case '%':
         sink.Put("%", 1);
@@ -257,6 +240,31 @@ int FastFormat(char* out, std::size_t capacity, const char* format, va_list args
     }
   }
   return static_cast<int>(sink.Size());
+}
+
+}  // namespace
+
+namespace {
+
+int LibraryFormat(char* out, std::size_t capacity, const char* format, va_list args) {
+  static const locale_t cLocale = newlocale(LC_ALL_MASK, "C", static_cast<locale_t>(0));
+  const locale_t previous = cLocale ? uselocale(cLocale) : static_cast<locale_t>(0);
+  const int n = std::vsnprintf(out, capacity, format, args);
+  if (previous) uselocale(previous);
+  return n;
+}
+
+}  // namespace
+
+int FastFormat(char* out, std::size_t capacity, const char* format, va_list args) {
+  // A conversion this formatter doesn't cover hands the whole format, from
+  // its first argument, to the C library.
+  va_list fromStart;
+  va_copy(fromStart, args);
+  const int n = FastFormatCovered(out, capacity, format, args);
+  const int result = n == kNotCovered ? LibraryFormat(out, capacity, format, fromStart) : n;
+  va_end(fromStart);
+  return result;
 }
 
 int FormatText(char* out, std::size_t capacity, const char* format, ...) {

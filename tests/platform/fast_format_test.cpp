@@ -91,6 +91,8 @@ TEST(FastFormatTest, IntegersTextsAndRowsMatchTheCLibrary) {
   // What this formatter leaves to the C library still comes out right.
   EXPECT_EQ(Fast("%e %g %#x %*d %.3d", 1234.5, 0.0001, 255, 5, 7, 9),
             Library("%e %g %#x %*d %.3d", 1234.5, 0.0001, 255, 5, 7, 9));
+  // Also when the first such conversion comes after others were written.
+  EXPECT_EQ(Fast("%d,%.2f,%e|%s", 5, 1.5, 2.5, "x"), Library("%d,%.2f,%e|%s", 5, 1.5, 2.5, "x"));
 }
 
 TEST(FastFormatTest, ReportsTheFullLengthWhenTheBufferIsShort) {
