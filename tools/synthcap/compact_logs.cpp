@@ -1,7 +1,6 @@
-// Combined position-and-velocity logs with the compact header, and the
-// brief '%' attitude logs.
+// The maker's combined logs with the compact header: a position block and a
+// velocity block in one sentence, and the clock log.
 #include "synthcap/message_writers.h"
-#include "synthcap/sentence_frame.h"
 #include "synthcap/solution_blocks.h"
 #include "synthcap/text_out.h"
 
@@ -9,53 +8,65 @@ namespace tarnlog::synth {
 namespace {
 
 // The 21-field position block, a comma, then the 8-field velocity block.
-void WriteCombinedLog(WriterContext& c, std::string_view name, SolutionFamily family) {
-  const std::size_t start = BeginCompactLog(c.out, name, c.epoch);
+void WriteCombinedLog(WriterContext& c, SolutionFamily family) {
+  const std::size_t start = BeginLog(c);
   AppendPositionBlock(c.out, SolvePosition(family, c.epoch, c.rng));
   c.out += ',';
   AppendVelocityBlock(c.out, SolveVelocity(family, c.epoch, c.rng));
-  EndAsciiLog(c.out, start);
-}
-
-// Three angles or rates, their deviations where the log has them, and a
-// status word.
-void WriteAttitudeLog(WriterContext& c, std::string_view name, const double (&values)[3],
-                      double sigma, bool withSigma) {
-  const std::size_t start = BeginBriefLog(c.out, name, c.epoch);
-  AppendFixed(c.out, values[0] + c.rng.Noise() * sigma, 6);
-  FieldFixed(c.out, values[1] + c.rng.Noise() * sigma, 6);
-  FieldFixed(c.out, values[2] + c.rng.Noise() * sigma, 6);
-  if (withSigma) {
-    for (int i = 0; i < 3; ++i)
-      FieldFixed(c.out, sigma * (1.0 + 0.1 * c.rng.Noise()), 4);
-  }
-  FieldHex(c.out, c.epoch.fix == FixKind::kNone ? 0x00000004u : 0x00000000u, 8);
-  EndAsciiLog(c.out, start);
+  EndLog(c, start);
 }
 
 }  // namespace
 
 void WriteBestNav(WriterContext& c) {
-  WriteCombinedLog(c, "BESTNAVA", SolutionFamily::kBest);
+  WriteCombinedLog(c, SolutionFamily::kBest);
 }
 void WriteAdrNav(WriterContext& c) {
-  WriteCombinedLog(c, "ADRNAVA", SolutionFamily::kRtk);
+  WriteCombinedLog(c, SolutionFamily::kRtk);
 }
 void WriteSppNav(WriterContext& c) {
-  WriteCombinedLog(c, "SPPNAVA", SolutionFamily::kPseudorange);
+  WriteCombinedLog(c, SolutionFamily::kPseudorange);
 }
 void WritePppNav(WriterContext& c) {
-  WriteCombinedLog(c, "PPPNAVA", SolutionFamily::kPpp);
+  WriteCombinedLog(c, SolutionFamily::kPpp);
 }
 
-void WriteCarAngle(WriterContext& c) {
-  WriteAttitudeLog(c, "CANGLEA", c.epoch.attitude, 0.05, true);
-}
-void WriteAngularVelocity(WriterContext& c) {
-  WriteAttitudeLog(c, "ANGVELA", c.epoch.angularRate, 0.01, false);
-}
-void WriteFilteredAngle(WriterContext& c) {
-  WriteAttitudeLog(c, "FANGLEA", c.epoch.attitude, 0.02, true);
+// Seventeen integers (clock and UTC status, leap seconds, the UTC date and
+// time, which systems' clocks are valid, satellites used, the PPS state),
+// then the clock offset and drift in metres and metres per second and the
+// offset's deviation: twenty fields, the short form of the log.
+void WriteClockData(WriterContext& c) {
+  const ReceiverEpoch& e = c.epoch;
+  const CivilTime utc = UtcOf(e.week, e.millisecond);
+  const bool fixed = e.fix != FixKind::kNone;
+  bool glonass = false;
+  for (const Satellite& satellite : e.satellites)
+    glonass |= satellite.Glonass();
+  const int integers[17] = {fixed ? 0 : 1,
+                            1,
+                            kLeapSeconds,
+                            utc.year,
+                            utc.month,
+                            utc.day,
+                            utc.hour,
+                            utc.minute,
+                            utc.millisecond / 1000,
+                            utc.millisecond % 1000,
+                            1,
+                            0,
+                            glonass ? 1 : 0,
+                            0,
+                            e.SatellitesInSolution(),
+                            fixed ? 1 : 0,
+                            0};
+  const std::size_t start = BeginLog(c);
+  AppendInt(c.out, integers[0]);
+  for (int i = 1; i < 17; ++i)
+    FieldInt(c.out, integers[i]);
+  FieldFixed(c.out, 120.0 + 0.3 * e.secondsSinceStart + c.rng.Noise(), 3);
+  FieldFixed(c.out, 0.3 + 0.01 * c.rng.Noise(), 3);
+  FieldFixed(c.out, fixed ? 0.8 + 0.1 * c.rng.Unit() : 0.0, 3);
+  EndLog(c, start);
 }
 
 }  // namespace tarnlog::synth

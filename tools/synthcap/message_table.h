@@ -12,27 +12,40 @@
 
 namespace tarnlog::synth {
 
-enum class SentenceForm { kLongLog, kCompactLog, kBriefLog, kNmea, kBinary };
-// Position and attitude logs come at the epoch rate; the rest once a second.
-enum class Cadence { kEveryEpoch, kEverySecond };
+// Position and attitude logs come at the epoch rate, the common logs once a
+// second, and the logs a receiver is seldom set to write once every
+// Mix::rareSeconds.
+enum class Cadence { kEveryEpoch, kEverySecond, kRare };
 
 struct MessageKind {
-  std::string_view name;  // "BESTPOSA", "GGA", "BESTPOSB", ...
+  // "BESTPOSA", "GGA", "BESTPOSB", ...; a log written in a second header
+  // form carries a suffix from ':' that the sentence leaves out
+  // ("PPPDOPA:compact" is a "#PPPDOPA" with the compact header).
+  std::string_view name;
   SentenceForm form;
   Cadence cadence;
   MessageWriter write;
 };
 
+// The name a kind's sentences carry.
+std::string_view LogName(const MessageKind& kind);
+
 // In the order a receiver emits them within an epoch.
 std::span<const MessageKind> MessageKinds();
 
-// The kinds a mix selects, as indexes into MessageKinds(). A mix is one of
-// "full" (everything), "long", "nmea", "compact", "brief" and "binary", or a
-// comma-separated list of message names such as "BESTPOSA,GGA". Nothing for
-// an unknown name.
-std::optional<std::vector<std::size_t>> SelectMix(std::string_view mix);
+struct Mix {
+  std::vector<std::size_t> kinds;  // indexes into MessageKinds()
+  int rareSeconds = 1;
+};
 
-// The named mixes and the message names, for the usage text.
+// The kinds a mix selects. A mix is one of "full" (everything, the rare
+// kinds every ten seconds), "every" (everything, the rare kinds every
+// second), "long", "compact", "brief", "nmea" and "binary" (the kinds of one
+// form, as in "full"), or a comma-separated list of kind names such as
+// "BESTPOSA,GGA" (the rare ones every second). Nothing for an unknown name.
+std::optional<Mix> SelectMix(std::string_view mix);
+
+// The named mixes and the kind names, for the usage text.
 std::string MixHelp();
 
 }  // namespace tarnlog::synth

@@ -1,6 +1,8 @@
-// NMEA sentences as a high-precision receiver writes them: seven decimals
-// of minutes, UTC time to the hundredth of a second.
+// The standard NMEA sentences of the position set and their variants for
+// the heading antenna and the second base: GGA, RMC, VTG and GST.
+#include "synthcap/local_frame.h"
 #include "synthcap/message_writers.h"
+#include "synthcap/nmea_fields.h"
 #include "synthcap/sentence_frame.h"
 #include "synthcap/solution_blocks.h"
 #include "synthcap/text_out.h"
@@ -8,116 +10,68 @@
 namespace tarnlog::synth {
 namespace {
 
-constexpr double kKnotsPerMetrePerSecond = 1.0 / 0.514444;
-
-// ",hhmmss.ss"
-void FieldUtcTime(std::string& out, const ReceiverEpoch& e) {
-  const CivilTime utc = UtcOf(e.week, e.millisecond);
-  out += ',';
-  AppendPadded(out, static_cast<std::uint32_t>(utc.hour), 2);
-  AppendPadded(out, static_cast<std::uint32_t>(utc.minute), 2);
-  AppendPadded(out, static_cast<std::uint32_t>(utc.millisecond / 1000), 2);
-  out += '.';
-  AppendPadded(out, static_cast<std::uint32_t>(utc.millisecond % 1000 / 10), 2);
-}
-
-// ",ddmm.mmmmmmm,N" or ",dddmm.mmmmmmm,E" with the hemisphere letter.
-void FieldAngle(std::string& out, double degrees, int degreeDigits, char positive, char negative) {
-  const double magnitude = degrees < 0 ? -degrees : degrees;
-  const std::uint64_t units = static_cast<std::uint64_t>(magnitude * 60.0e7 + 0.5);
-  const std::uint64_t perDegree = 600000000;
-  out += ',';
-  AppendPadded(out, static_cast<std::uint32_t>(units / perDegree), degreeDigits);
-  const std::uint64_t minuteUnits = units % perDegree;
-  AppendPadded(out, static_cast<std::uint32_t>(minuteUnits / 10000000), 2);
-  out += '.';
-  AppendPadded(out, static_cast<std::uint32_t>(minuteUnits % 10000000), 7);
-  out += ',';
-  out += degrees < 0 ? negative : positive;
-}
-
-void FieldLatitudeLongitude(std::string& out, const PositionSolution& p) {
-  FieldAngle(out, p.latitude, 2, 'N', 'S');
-  FieldAngle(out, p.longitude, 3, 'E', 'W');
-}
-
-// The GGA quality indicator of a fix.
-int GgaQuality(FixKind kind) {
-  switch (kind) {
-    case FixKind::kNone:
-      return 0;
-    case FixKind::kSingle:
-      return 1;
-    case FixKind::kPsrDiff:
-      return 2;
-    case FixKind::kNarrowInt:
-      return 4;
-    case FixKind::kNarrowFloat:
-      return 5;
+// Everything behind the time field; empty fields without a fix.
+void AppendGgaBody(std::string& out, const ReceiverEpoch& e, const PositionSolution& p) {
+  if (e.fix == FixKind::kNone) {
+    out += ",,,,,0,00,99.99,,M,,M,,";
+    return;
   }
-  return 0;
+  FieldLatitudeLongitude(out, p.latitude, p.longitude);
+  FieldInt(out, GgaQuality(e.fix));
+  out += ',';
+  AppendPadded(out, static_cast<std::uint32_t>(p.used), 2);
+  FieldFixed(out, 0.5 + 6.0 / (p.used + 1), 2);
+  FieldFixed(out, p.height, 3);
+  Field(out, "M");
+  FieldFixed(out, p.undulation, 3);
+  Field(out, "M");
+  if (p.stationId >= 0) {
+    FieldFixed(out, p.differentialAge, 1);
+    out += ',';
+    AppendPadded(out, static_cast<std::uint32_t>(p.stationId), 4);
+  } else {
+    out += ",,";
+  }
 }
 
-// The mode indicator of RMC and VTG.
-char ModeLetter(FixKind kind) {
-  switch (kind) {
-    case FixKind::kNone:
-      return 'N';
-    case FixKind::kSingle:
-      return 'A';
-    case FixKind::kPsrDiff:
-      return 'D';
-    case FixKind::kNarrowInt:
-      return 'R';
-    case FixKind::kNarrowFloat:
-      return 'F';
-  }
-  return 'N';
+void WriteGgaOf(WriterContext& c, std::string_view talker, const PositionSolution& p) {
+  const std::size_t start = BeginTalker(c, talker);
+  FieldUtcTime(c.out, c.epoch);
+  AppendGgaBody(c.out, c.epoch, p);
+  EndNmea(c.out, start);
 }
 
-bool TracksGlonass(const ReceiverEpoch& e) {
-  for (const Satellite& satellite : e.satellites) {
-    if (satellite.Glonass()) return true;
-  }
-  return false;
+PositionSolution BestPosition(WriterContext& c) {
+  // No fix prints empty fields and draws no noise.
+  if (c.epoch.fix == FixKind::kNone) return {};
+  return SolvePosition(SolutionFamily::kBest, c.epoch, c.rng);
 }
 
 }  // namespace
 
 void WriteGga(WriterContext& c) {
-  const ReceiverEpoch& e = c.epoch;
-  std::string& out = c.out;
   // A GPS-only receiver talks as GP, a multi-constellation one as GN.
-  const std::size_t start = BeginNmea(out, TracksGlonass(e) ? "GNGGA" : "GPGGA");
-  FieldUtcTime(out, e);
-  if (e.fix == FixKind::kNone) {
-    out += ",,,,,0,00,99.99,,M,,M,,";
-  } else {
-    const PositionSolution p = SolvePosition(SolutionFamily::kBest, e, c.rng);
-    FieldLatitudeLongitude(out, p);
-    FieldInt(out, GgaQuality(e.fix));
-    out += ',';
-    AppendPadded(out, static_cast<std::uint32_t>(p.used), 2);
-    FieldFixed(out, 0.5 + 6.0 / (p.used + 1), 2);
-    FieldFixed(out, p.height, 3);
-    Field(out, "M");
-    FieldFixed(out, p.undulation, 3);
-    Field(out, "M");
-    if (p.stationId >= 0) {
-      FieldFixed(out, p.differentialAge, 1);
-      out += ',';
-      AppendPadded(out, static_cast<std::uint32_t>(p.stationId), 4);
-    } else {
-      out += ",,";
-    }
-  }
-  EndNmea(out, start);
+  WriteGgaOf(c, TalkerOf(c.epoch), BestPosition(c));
+}
+
+// The heading antenna's own position, 1.2 m ahead of the main antenna.
+void WriteHeadingGga(WriterContext& c) {
+  PositionSolution p = BestPosition(c);
+  Displace(p.latitude, p.longitude, p.height, HeadingBaseline(c.epoch));
+  WriteGgaOf(c, "GN", p);
+}
+
+// The position solved against the second base: RTK when the board has it.
+void WriteBase2Gga(WriterContext& c) {
+  const FixKind fix = c.epoch.fix;
+  const bool rtk = fix == FixKind::kNarrowInt || fix == FixKind::kNarrowFloat;
+  WriteGgaOf(c, "GN", rtk ? SolvePosition(SolutionFamily::kRtk, c.epoch, c.rng) : BestPosition(c));
 }
 
 void WriteRmc(WriterContext& c) {
   const ReceiverEpoch& e = c.epoch;
   std::string& out = c.out;
-  const std::size_t start = BeginNmea(out, "GNRMC");
+  const std::size_t start = BeginTalker(c, "GN");
   FieldUtcTime(out, e);
   const CivilTime utc = UtcOf(e.week, e.millisecond);
   if (e.fix == FixKind::kNone) {
@@ -125,7 +79,7 @@ void WriteRmc(WriterContext& c) {
   } else {
     const PositionSolution p = SolvePosition(SolutionFamily::kBest, e, c.rng);
     Field(out, "A");
-    FieldLatitudeLongitude(out, p);
+    FieldLatitudeLongitude(out, p.latitude, p.longitude);
     FieldFixed(out, e.speed * kKnotsPerMetrePerSecond, 3);
     FieldFixed(out, e.track, 1);
     out += ',';
@@ -142,7 +96,7 @@ void WriteRmc(WriterContext& c) {
 void WriteVtg(WriterContext& c) {
   const ReceiverEpoch& e = c.epoch;
   std::string& out = c.out;
-  const std::size_t start = BeginNmea(out, "GNVTG");
+  const std::size_t start = BeginTalker(c, "GN");
   if (e.fix == FixKind::kNone) {
     out += ",,T,,M,,N,,K";
   } else {
@@ -163,7 +117,7 @@ void WriteVtg(WriterContext& c) {
 void WriteGst(WriterContext& c) {
   const ReceiverEpoch& e = c.epoch;
   std::string& out = c.out;
-  const std::size_t start = BeginNmea(out, "GNGST");
+  const std::size_t start = BeginTalker(c, "GN");
   FieldUtcTime(out, e);
   if (e.fix == FixKind::kNone) {
     out += ",,,,,,,";

@@ -75,6 +75,15 @@ ReceiverModel::ReceiverModel(std::uint64_t seed, int rateHz) : rng_(seed), rateH
   epoch_.undulation = rng_.Uniform(-40.0, 50.0);
   epoch_.track = rng_.Uniform(0.0, 360.0);
   epoch_.stationId = rng_.Between(0, 4095);
+  // Placed from the station number, so that the motion's random stream stays
+  // as it was without a base.
+  const double baseNorth = (epoch_.stationId % 97 - 48) * 60.0;
+  const double baseEast = (epoch_.stationId / 97 % 61 - 30) * 80.0;
+  epoch_.baseLatitude = epoch_.latitude + baseNorth / kEarthRadius / kDegrees;
+  epoch_.baseLongitude =
+      epoch_.longitude +
+      baseEast / (kEarthRadius * std::cos(epoch_.latitude * kDegrees)) / kDegrees;
+  epoch_.baseHeight = epoch_.height - 12.5;
   const bool withGlonass = rng_.Chance(0.7);
   const int count = rng_.Between(kMinSatellites, kMaxSatellites);
   while (static_cast<int>(epoch_.satellites.size()) < count) {
@@ -123,6 +132,7 @@ void ReceiverModel::StepMotion(double dt) {
   if (e.longitude > 180.0) e.longitude -= 360.0;
   if (e.longitude < -180.0) e.longitude += 360.0;
   e.height += e.verticalSpeed * dt;
+  e.distance += e.speed * dt;
   e.attitude[0] = Clamp(e.attitude[0] * 0.95 + rng_.Noise() * 0.2, -15.0, 15.0);
   e.attitude[1] = Clamp(e.attitude[1] * 0.95 + rng_.Noise() * 0.2, -15.0, 15.0);
   e.attitude[2] = e.track;

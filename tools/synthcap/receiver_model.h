@@ -51,6 +51,7 @@ struct ReceiverEpoch {
   double speed = 0.0;  // horizontal, metres per second
   double track = 0.0;  // degrees from north
   double verticalSpeed = 0.0;
+  double distance = 0.0;  // metres travelled since the start, for the odometer
 
   FixKind fix = FixKind::kSingle;
   double sigmaHorizontal = 1.0;  // metres, of the current solution
@@ -58,6 +59,11 @@ struct ReceiverEpoch {
   double differentialAge = 0.0;
   double secondsSinceStart = 0.0;  // how long the PPP filter has converged
   int stationId = 0;
+  // The reference station the differential solutions work against, a few
+  // kilometres from the start.
+  double baseLatitude = 0.0;
+  double baseLongitude = 0.0;
+  double baseHeight = 0.0;
 
   double attitude[3] = {0.0, 0.0, 0.0};     // roll, pitch, azimuth, degrees
   double angularRate[3] = {0.0, 0.0, 0.0};  // degrees per second

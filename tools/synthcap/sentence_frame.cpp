@@ -3,17 +3,21 @@
 #include <bit>
 
 #include "extract/checksums.h"
+#include "synthcap/message_writers.h"
 #include "synthcap/text_out.h"
 
 namespace tarnlog::synth {
 
-std::size_t BeginLongLog(std::string& out, std::string_view name, const ReceiverEpoch& epoch) {
+std::size_t BeginLongLog(std::string& out, std::string_view name, const ReceiverEpoch& epoch,
+                         std::string_view timeStatus) {
   const std::size_t start = out.size();
   out += '#';
   out += name;
   out += ",COM1,0,";
   AppendFixed(out, epoch.idle, 1);
-  out += ",FINESTEERING,";
+  out += ',';
+  out += timeStatus;
+  out += ',';
   AppendInt(out, epoch.week);
   out += ',';
   AppendFixed(out, epoch.Seconds(), 3);
@@ -52,6 +56,21 @@ void EndAsciiLog(std::string& out, std::size_t start) {
   out += '*';
   AppendHex(out, crc, 8);
   out += "\r\n";
+}
+
+std::size_t BeginLog(const WriterContext& c) {
+  switch (c.form) {
+    case SentenceForm::kCompactLog:
+      return BeginCompactLog(c.out, c.name, c.epoch);
+    case SentenceForm::kBriefLog:
+      return BeginBriefLog(c.out, c.name, c.epoch);
+    default:
+      return BeginLongLog(c.out, c.name, c.epoch);
+  }
+}
+
+void EndLog(const WriterContext& c, std::size_t start) {
+  EndAsciiLog(c.out, start);
 }
 
 std::size_t BeginNmea(std::string& out, std::string_view address) {

@@ -12,8 +12,10 @@
 
 namespace tarnlog::synth {
 
-// "#NAME,COM1,0,<idle>,FINESTEERING,<week>,<seconds>,02000000,b1f6,16248;"
-std::size_t BeginLongLog(std::string& out, std::string_view name, const ReceiverEpoch& epoch);
+// "#NAME,COM1,0,<idle>,FINESTEERING,<week>,<seconds>,02000000,b1f6,16248;",
+// or with another time status.
+std::size_t BeginLongLog(std::string& out, std::string_view name, const ReceiverEpoch& epoch,
+                         std::string_view timeStatus = "FINESTEERING");
 // "#NAME,<idle>,GPS,FINE,<week>,<milliseconds>,0,0,18,12;"
 std::size_t BeginCompactLog(std::string& out, std::string_view name, const ReceiverEpoch& epoch);
 // "%NAME,<week>,<milliseconds>;"

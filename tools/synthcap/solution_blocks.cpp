@@ -1,5 +1,8 @@
 #include "synthcap/solution_blocks.h"
 
+#include <cmath>
+
+#include "synthcap/local_frame.h"
 #include "synthcap/text_out.h"
 
 namespace tarnlog::synth {
@@ -138,6 +141,48 @@ void AppendVelocityBlock(std::string& out, const VelocitySolution& v) {
   FieldFixed(out, v.track, 6);
   FieldFixed(out, v.verticalSpeed, 4);
   Field(out, "0.0");
+}
+
+void AppendXyzBlock(std::string& out, const ReceiverEpoch& e, Rng& rng) {
+  const PositionSolution p = SolvePosition(SolutionFamily::kBest, e, rng);
+  const VelocitySolution v = SolveVelocity(SolutionFamily::kBest, e, rng);
+  double xyz[3] = {0.0, 0.0, 0.0};
+  double velocity[3] = {0.0, 0.0, 0.0};
+  const bool computed = p.status == "SOL_COMPUTED";
+  if (p.tracked > 0 && computed) {
+    GeodeticToEcef(p.latitude, p.longitude, p.height + p.undulation, xyz);
+    constexpr double kDegrees = 3.14159265358979323846 / 180.0;
+    Enu enu;
+    enu.east = v.horizontalSpeed * std::sin(v.track * kDegrees);
+    enu.north = v.horizontalSpeed * std::cos(v.track * kDegrees);
+    enu.up = v.verticalSpeed;
+    EnuToEcef(enu, p.latitude, p.longitude, velocity);
+  }
+  out += p.status;
+  Field(out, p.type);
+  for (double coordinate : xyz)
+    FieldFixed(out, coordinate, 4);
+  for (double sigma : p.sigma)
+    FieldFixed(out, sigma, 4);
+  Field(out, v.status);
+  Field(out, v.type);
+  for (double component : velocity)
+    FieldFixed(out, component, 4);
+  for (int i = 0; i < 3; ++i)
+    FieldFixed(out, computed ? 0.02 : 0.0, 4);
+  out += ',';
+  AppendStationId(out, p.stationId);
+  FieldFixed(out, v.latency, 3);
+  FieldFixed(out, p.differentialAge, 3);
+  FieldFixed(out, p.solutionAge, 3);
+  FieldInt(out, p.tracked);
+  FieldInt(out, p.used);
+  FieldInt(out, p.usedL1);
+  FieldInt(out, p.usedMulti);
+  Field(out, "0");
+  FieldHex(out, p.extendedStatus, 2);
+  FieldHex(out, p.galileoBeidouMask, 2);
+  FieldHex(out, p.gpsGlonassMask, 2);
 }
 
 }  // namespace tarnlog::synth

@@ -42,6 +42,9 @@ VelocitySolution SolveVelocity(SolutionFamily family, const ReceiverEpoch& epoch
 // trailing comma.
 void AppendPositionBlock(std::string& out, const PositionSolution& solution);
 void AppendVelocityBlock(std::string& out, const VelocitySolution& solution);
+// The BESTXYZA body: the best position and velocity in earth-centred
+// coordinates with their deviations, and the position block's tail.
+void AppendXyzBlock(std::string& out, const ReceiverEpoch& epoch, Rng& rng);
 // "" or "131" with its quotes.
 void AppendStationId(std::string& out, int stationId);
 

@@ -17,6 +17,20 @@ constexpr std::size_t kBlockBytes = 4 << 20;
 constexpr std::uint64_t kNoiseStream = 0x6E6F697365ull;
 constexpr std::uint64_t kFaultStream = 0x6661756C74ull;
 
+// Whether a kind writes a sentence in this epoch.
+bool Due(synth::Cadence cadence, const synth::ReceiverEpoch& epoch, int rareSeconds) {
+  switch (cadence) {
+    case synth::Cadence::kEveryEpoch:
+      return true;
+    case synth::Cadence::kEverySecond:
+      return epoch.secondStart;
+    case synth::Cadence::kRare:
+      return epoch.secondStart &&
+             static_cast<std::uint64_t>(epoch.secondsSinceStart) % rareSeconds == 0;
+  }
+  return false;
+}
+
 }  // namespace
 
 std::string CheckSynthOptions(const SynthOptions& options) {
@@ -31,7 +45,7 @@ std::string CheckSynthOptions(const SynthOptions& options) {
 bool StreamCapture(const SynthOptions& options,
                    const std::function<bool(std::string_view block)>& sink) {
   if (!CheckSynthOptions(options).empty()) return false;
-  const std::vector<std::size_t> mix = *synth::SelectMix(options.mix);
+  const synth::Mix mix = *synth::SelectMix(options.mix);
   const std::span<const synth::MessageKind> kinds = synth::MessageKinds();
   synth::ReceiverModel model(options.seed, options.rateHz);
   synth::Rng noise(options.seed ^ kNoiseStream);
@@ -44,11 +58,11 @@ bool StreamCapture(const SynthOptions& options,
   bool full = options.size == 0;
   while (!full) {
     const synth::ReceiverEpoch& epoch = model.Advance();
-    for (const std::size_t index : mix) {
+    for (const std::size_t index : mix.kinds) {
       const synth::MessageKind& kind = kinds[index];
-      if (kind.cadence == synth::Cadence::kEverySecond && !epoch.secondStart) continue;
+      if (!Due(kind.cadence, epoch, mix.rareSeconds)) continue;
       const std::size_t start = block.size();
-      synth::WriterContext context{epoch, noise, block};
+      synth::WriterContext context{epoch, noise, block, synth::LogName(kind), kind.form};
       kind.write(context);
       if (faults) faults->AfterSentence(block, start, kind.form, epoch);
       full = handedOver + block.size() >= options.size;

@@ -3,6 +3,12 @@
 
 namespace tarnlog {
 
-struct RangeState {};
+struct RangeState {
+  // The newest RANGEA, BASERANGEA or RANGEHA header that could be read;
+  // never reset, the last writer wins.
+  int latestWeek = 0;
+  double latestSeconds = 0.0;
+  bool latestKnown = false;
+};
 
 }  // namespace tarnlog
