@@ -1,6 +1,7 @@
 #include "platform/fast_format.h"
 
 #include <locale.h>
+#include <algorithm>
 #include <charconv>
 #include <cmath>
 #include <cstdint>
@@ -88,7 +89,17 @@ class Sink {
  public:
   Sink(char* out, std::size_t capacity) : out_(out), capacity_(capacity) {}
   void Put(const char* bytes, std::size_t n) {
-    if (size_ < capacity_) std::memcpy(out_ + size_, bytes, std::min(n, capacity_ - size_));
+    if (size_ < capacity_) {
+      const std::size_t take = std::min(n, capacity_ - size_);
+      // Rows are made of many short pieces: a call to memcpy costs more
+      // than copying them.
+      if (take <= 32) {
+        for (std::size_t k = 0; k < take; ++k)
+          out_[size_ + k] = bytes[k];
+      } else {
+        std::memcpy(out_ + size_, bytes, take);
+      }
+    }
     size_ += n;
   }
   void Fill(char c, int n) {
@@ -145,6 +156,59 @@ void PutUnsigned(Sink& sink, Spec spec, unsigned long long value) {
   PutNumber(sink, spec, 0, digits, static_cast<std::size_t>(result.ptr - digits));
 }
 
+// "%.Nf" of a non-negative value from its shortest round-trip digits, which
+// are much cheaper than the exact expansion. While the N-decimal grid (and
+// the digit behind it) needs at most 15 significant digits, the value lies
+// closer to its shortest digits than a tenth of the grid step, so rounding
+// those digits rounds the value the same way; only an exact half in the
+// shortest digits is left undecided. Returns 0 where the exact path must
+// answer.
+std::size_t RoundShortest(double magnitude, int precision, char* out) {
+  if (!(magnitude < 1e14)) return 0;
+  int integerDigits = 1;
+  for (double limit = 10.0; magnitude >= limit && integerDigits < 15; limit *= 10.0) {
+    ++integerDigits;
+  }
+  if (integerDigits + precision + 1 > 15) return 0;
+  char shortest[64];
+  const auto result =
+      std::to_chars(shortest, shortest + sizeof shortest, magnitude, std::chars_format::fixed);
+  if (result.ec != std::errc()) return 0;
+  const char* end = result.ptr;
+  const char* point = std::find(static_cast<const char*>(shortest), end, '.');
+  const char* fraction = point == end ? end : point + 1;
+  const int fractionDigits = static_cast<int>(end - fraction);
+  // The integer part, then the fraction cut or padded to the precision.
+  std::size_t n = static_cast<std::size_t>(point - shortest);
+  std::memcpy(out, shortest, n);
+  if (precision > 0) out[n++] = '.';
+  for (int k = 0; k < precision; ++k)
+    out[n++] = k < fractionDigits ? fraction[k] : '0';
+  if (fractionDigits <= precision) return n;
+  const char dropped = fraction[precision];
+  bool roundUp = dropped > '5';
+  if (dropped == '5') {
+    if (fractionDigits == precision + 1) return 0;  // an exact half: ask the exact path
+    roundUp = true;  // more digits follow, and the shortest digits never end in 0
+  }
+  if (!roundUp) return n;
+  // Carry from the last kept digit leftwards, over the point.
+  for (std::size_t k = n; k-- > 0;) {
+    if (out[k] == '.') continue;
+    if (out[k] != '9') {
+      ++out[k];
+      return n;
+    }
+    out[k] = '0';
+    if (k == 0) {
+      std::memmove(out + 1, out, n);
+      out[0] = '1';
+      return n + 1;
+    }
+  }
+  return n;
+}
+
 void PutFixed(Sink& sink, const Spec& spec, double value) {
   const int precision = spec.precision < 0 ? 6 : spec.precision;
   if (!std::isfinite(value) || precision > 60) {
@@ -160,10 +224,14 @@ void PutFixed(Sink& sink, const Spec& spec, double value) {
   }
   char digits[400];
   const bool negative = std::signbit(value);
-  const auto result = std::to_chars(digits, digits + sizeof digits, negative ? -value : value,
-                                    std::chars_format::fixed, precision);
-  PutNumber(sink, spec, SignFor(negative, spec), digits,
-            static_cast<std::size_t>(result.ptr - digits));
+  const double magnitude = negative ? -value : value;
+  std::size_t length = RoundShortest(magnitude, precision, digits);
+  if (length == 0) {
+    const auto result = std::to_chars(digits, digits + sizeof digits, magnitude,
+                                      std::chars_format::fixed, precision);
+    length = static_cast<std::size_t>(result.ptr - digits);
+  }
+  PutNumber(sink, spec, SignFor(negative, spec), digits, length);
 }
 
 void PutText(Sink& sink, const Spec& spec, const char* text, std::size_t n) {

@@ -71,6 +71,37 @@ TEST(FastFormatTest, DoublesMatchTheCLibrary) {
     EXPECT_EQ(Fast("%8.3f", odd), Library("%8.3f", odd));
 }
 
+// Every precision the tables use, over values with few and many digits at
+// every magnitude a table holds, including exact halves of the grid.
+TEST(FastFormatTest, FixedPrecisionsAtEveryMagnitudeMatchTheCLibrary) {
+  std::mt19937_64 random(7);
+  char format[16];
+  for (int precision = 0; precision <= 13; ++precision) {
+    std::snprintf(format, sizeof format, "%%.%df", precision);
+    for (int i = 0; i < 4000; ++i) {
+      const int exponent = static_cast<int>(random() % 20) - 6;
+      const double grid = std::pow(10.0, -precision - 1);
+      double value = 0.0;
+      switch (i % 4) {
+        case 0:  // arbitrary bits
+          value = std::ldexp(static_cast<double>(random() >> 11), exponent * 3 - 53);
+          break;
+        case 1:  // few digits
+          value = static_cast<double>(random() % 100000) * std::pow(10.0, exponent - 3);
+          break;
+        case 2:  // halves of the grid, and just beside them
+          value = (static_cast<double>(random() % 100000) + 0.5) * grid * 10.0;
+          break;
+        default:  // near a carry into a new digit
+          value = std::pow(10.0, exponent) - grid * static_cast<double>(random() % 10);
+          break;
+      }
+      if (random() & 1) value = -value;
+      ASSERT_EQ(Fast(format, value), Library(format, value)) << format << " " << value;
+    }
+  }
+}
+
 TEST(FastFormatTest, IntegersTextsAndRowsMatchTheCLibrary) {
   for (long long value : {0LL, 1LL, -1LL, 42LL, -2147483648LL, 2147483647LL}) {
     const int i = static_cast<int>(value);
