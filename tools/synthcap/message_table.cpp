@@ -119,7 +119,7 @@ constexpr MessageKind kKinds[] = {
     {"PPSSTATUSA", kCompactLog, kRare, WritePpsStatus},
     {"BASEINFOA", kCompactLog, kRare, WriteBaseInfo},
     {"SLANTSTATUSA", kCompactLog, kRare, WriteSlantStatus},
-    {"PERFSTATA", kLongLog, kRare, WritePerformance},
+    {"PERFSTATA", kCompactLog, kRare, WritePerformance},
     {"TPINFOA", kCompactLog, kRare, WriteTimePulseInfo},
     {"TSVNUMA", kCompactLog, kRare, WriteSatelliteCounts},
 
