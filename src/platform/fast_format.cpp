@@ -91,13 +91,20 @@ class Sink {
   void Put(const char* bytes, std::size_t n) {
     if (size_ < capacity_) {
       const std::size_t take = std::min(n, capacity_ - size_);
-      // Rows are made of many short pieces: a call to memcpy costs more
-      // than copying them.
-      if (take <= 32) {
+      // Rows are made of many short pieces: two overlapping fixed-size
+      // copies cost less than a call to memcpy or a loop.
+      char* to = out_ + size_;
+      if (take >= 8 && take <= 16) {
+        std::memcpy(to, bytes, 8);
+        std::memcpy(to + take - 8, bytes + take - 8, 8);
+      } else if (take >= 4 && take < 8) {
+        std::memcpy(to, bytes, 4);
+        std::memcpy(to + take - 4, bytes + take - 4, 4);
+      } else if (take < 4) {
         for (std::size_t k = 0; k < take; ++k)
-          out_[size_ + k] = bytes[k];
+          to[k] = bytes[k];
       } else {
-        std::memcpy(out_ + size_, bytes, take);
+        std::memcpy(to, bytes, take);
       }
     }
     size_ += n;
@@ -154,6 +161,39 @@ void PutUnsigned(Sink& sink, Spec spec, unsigned long long value) {
   }
   spec.plus = spec.space = false;  // no sign for unsigned conversions
   PutNumber(sink, spec, 0, digits, static_cast<std::size_t>(result.ptr - digits));
+}
+
+// "%.Nf" of a non-negative value as the integer nearest value * 10^N. The
+// product is within half an ulp of the exact one (10^N is exact up to 22),
+// so away from a half the two round to the same integer; below 2^52 an ulp
+// is at most a half. Returns 0 where the product is too large or too close
+// to a half to decide.
+std::size_t ScaledInteger(double magnitude, int precision, char* out) {
+  static constexpr double kPowers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
+                                       1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
+  if (precision > 15) return 0;
+  const double scaled = magnitude * kPowers[precision];
+  if (!(scaled < 4503599627370496.0)) return 0;  // 2^52
+  const double whole = std::floor(scaled);
+  const double fraction = scaled - whole;  // exact below 2^52
+  const double ulp = std::nextafter(scaled, 1e300) - scaled;
+  if (std::fabs(fraction - 0.5) <= ulp) return 0;
+  const auto rounded = static_cast<std::uint64_t>(fraction > 0.5 ? whole + 1.0 : whole);
+  char digits[24];
+  const auto result = std::to_chars(digits, digits + sizeof digits, rounded);
+  const std::size_t count = static_cast<std::size_t>(result.ptr - digits);
+  // At least one integer digit before the point.
+  std::size_t n = 0;
+  const std::size_t needed = static_cast<std::size_t>(precision) + 1;
+  for (; count + n < needed; ++n)
+    out[n] = '0';
+  std::memcpy(out + n, digits, count);
+  n += count;
+  if (precision == 0) return n;
+  const std::size_t point = n - static_cast<std::size_t>(precision);
+  std::memmove(out + point + 1, out + point, static_cast<std::size_t>(precision));
+  out[point] = '.';
+  return n + 1;
 }
 
 // "%.Nf" of a non-negative value from its shortest round-trip digits, which
@@ -225,7 +265,8 @@ void PutFixed(Sink& sink, const Spec& spec, double value) {
   char digits[400];
   const bool negative = std::signbit(value);
   const double magnitude = negative ? -value : value;
-  std::size_t length = RoundShortest(magnitude, precision, digits);
+  std::size_t length = ScaledInteger(magnitude, precision, digits);
+  if (length == 0) length = RoundShortest(magnitude, precision, digits);
   if (length == 0) {
     const auto result = std::to_chars(digits, digits + sizeof digits, magnitude,
                                       std::chars_format::fixed, precision);

@@ -177,8 +177,15 @@ class ChannelCursor {
 };
 
 // One channel, its leading comma included; false when it isn't whole.
-bool ReadChannel(ObservationLayout layout, ChannelCursor& c, ObservationChannel& ch) {
-  if (layout == ObservationLayout::kRange) {
+bool ReadChannel(ObservationLayout layout, ObservationDetail detail, ChannelCursor& c,
+                 ObservationChannel& ch) {
+  if (layout == ObservationLayout::kRange && detail == ObservationDetail::kTallies) {
+    ch.pseudorange = ch.pseudorangeSigma = ch.adr = ch.adrSigma = ch.doppler = ch.lockTime = 0.0;
+    c.Comma().Decimal(ch.prn).Comma().Decimal(ch.frequency);
+    c.Comma().SkipField().Comma().SkipField().Comma().SkipField().Comma().SkipField();
+    c.Comma().SkipField().Comma().Double(ch.cn0).Comma().SkipField();
+    c.Comma().Hex(ch.status);
+  } else if (layout == ObservationLayout::kRange) {
     c.Comma().Decimal(ch.prn).Comma().Decimal(ch.frequency);
     c.Comma().Double(ch.pseudorange).Comma().Double(ch.pseudorangeSigma);
     c.Comma().Double(ch.adr).Comma().Double(ch.adrSigma);
@@ -221,7 +228,7 @@ void Tally(const ObservationChannel& ch, ObservationTallies& t) {
 }  // namespace
 
 bool DecodeObservations(ObservationLayout layout, const char* sentence, std::size_t length,
-                        ObservationSet* set) {
+                        ObservationSet* set, ObservationDetail detail) {
   set->declared = 0;
   set->complete = false;
   set->channelCount = 0;
@@ -239,7 +246,7 @@ bool DecodeObservations(ObservationLayout layout, const char* sentence, std::siz
   ObservationTallies& t = set->tallies;
   while (set->channelCount < limit) {
     ObservationChannel& ch = set->channels[set->channelCount];
-    if (!ReadChannel(layout, cursor, ch)) break;
+    if (!ReadChannel(layout, detail, cursor, ch)) break;
     const int satellite = index.Find(*set, ch.system, ch.prn);
     ch.satellite = static_cast<std::uint16_t>(satellite);
     ++set->satellites[satellite].signals;

@@ -115,8 +115,13 @@ struct ObservationSet {
 // capacity, or at the first channel that isn't whole: a list shorter than
 // its count gives the channels present. False when there is no ';' or no
 // count behind it; the set is then empty.
+// What a caller needs of each channel: everything, or only what the tallies
+// count (PRN, C/N0 and the status word), with the measurements passed over
+// as fields (left 0) so that the range tables of long captures stay cheap.
+enum class ObservationDetail { kFull, kTallies };
+
 bool DecodeObservations(ObservationLayout layout, const char* sentence, std::size_t length,
-                        ObservationSet* set);
+                        ObservationSet* set, ObservationDetail detail = ObservationDetail::kFull);
 
 // The fifteen counts of the observation row, in column order.
 inline constexpr int kObservationCountColumns = 15;

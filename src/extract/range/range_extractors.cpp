@@ -61,7 +61,8 @@ void ExtractRange(RangeLog log, const char* sentence, std::size_t length, OutFil
 
   // The set is large; its channel array is only written as far as it's read.
   ObservationSet set;
-  DecodeObservations(ObservationLayout::kRange, sentence, length, &set);
+  DecodeObservations(ObservationLayout::kRange, sentence, length, &set,
+                     ObservationDetail::kTallies);
   WriteObservationRow(table, header.seconds, set.tallies);
   WriteFrequencyRow(frequencies, log, header, set.tallies);
 }
