@@ -109,9 +109,14 @@ class Sink {
     }
     size_ += n;
   }
+  void PutChar(char c) {
+    if (size_ < capacity_) out_[size_] = c;
+    ++size_;
+  }
   void Fill(char c, int n) {
-    for (int i = 0; i < n; ++i)
-      Put(&c, 1);
+    for (int i = 0; i < n; ++i, ++size_) {
+      if (size_ < capacity_) out_[size_] = c;
+    }
   }
   std::size_t Size() const { return size_; }
 
@@ -126,7 +131,7 @@ void PutNumber(Sink& sink, const Spec& spec, char sign, const char* digits, std:
   const int length = static_cast<int>(n) + (sign ? 1 : 0);
   const int pad = spec.width > length ? spec.width - length : 0;
   if (!spec.left && !spec.zero) sink.Fill(' ', pad);
-  if (sign) sink.Put(&sign, 1);
+  if (sign) sink.PutChar(sign);
   if (!spec.left && spec.zero) sink.Fill('0', pad);
   sink.Put(digits, n);
   if (spec.left) sink.Fill(' ', pad);
@@ -140,7 +145,7 @@ char SignFor(bool negative, const Spec& spec) {
 }
 
 void PutSigned(Sink& sink, const Spec& spec, long long value) {
-  char digits[24];
+  char digits[24] = {};
   const unsigned long long magnitude = value < 0 ? 0ull - static_cast<unsigned long long>(value)
                                                  : static_cast<unsigned long long>(value);
   const auto result = std::to_chars(digits, digits + sizeof digits, magnitude);
@@ -179,7 +184,7 @@ std::size_t ScaledInteger(double magnitude, int precision, char* out) {
   const double ulp = std::nextafter(scaled, 1e300) - scaled;
   if (std::fabs(fraction - 0.5) <= ulp) return 0;
   const auto rounded = static_cast<std::uint64_t>(fraction > 0.5 ? whole + 1.0 : whole);
-  char digits[24];
+  char digits[24] = {};
   const auto result = std::to_chars(digits, digits + sizeof digits, rounded);
   const std::size_t count = static_cast<std::size_t>(result.ptr - digits);
   // At least one integer digit before the point.
@@ -299,11 +304,14 @@ int FastFormatCovered(char* out, std::size_t capacity, const char* format, va_li
     if (!ParseSpec(p, spec)) return kNotCovered;
     switch (spec.conversion) {
       case '%':
-        sink.Put("%", 1);
+        sink.PutChar('%');
         break;
       case 'c': {
         const char c = static_cast<char>(va_arg(args, int));
-        PutText(sink, spec, &c, 1);
+        const int pad = spec.width > 1 ? spec.width - 1 : 0;
+        if (!spec.left) sink.Fill(' ', pad);
+        sink.PutChar(c);
+        if (spec.left) sink.Fill(' ', pad);
         break;
       }
       case 's': {
