@@ -14,9 +14,15 @@ int FindText(const char* text, const char* pattern, int start, FindTextTable& fa
   const char* searched = text + start;
   const int patternLength = static_cast<int>(std::strlen(pattern));
   if (patternLength == 0) return 0;
+  // A one-character pattern can't restart: its first occurrence is the
+  // answer, as strchr finds it (the extractors walk fields this way).
+  if (patternLength == 1) {
+    const char* hit = std::strchr(searched, pattern[0]);
+    return hit ? static_cast<int>(hit - searched) + 1 : 0;
+  }
   // This search finds a subset of what a plain search finds, so a text
   // without the pattern anywhere is answered at the speed of strstr.
-  if (patternLength > 1 && std::strstr(searched, pattern) == nullptr) return 0;
+  if (std::strstr(searched, pattern) == nullptr) return 0;
 
   constexpr int kTableSize = sizeof failTable.entries / sizeof failTable.entries[0];
   int i = 0;  // in the text

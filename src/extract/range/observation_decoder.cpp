@@ -57,7 +57,8 @@ class SatelliteIndex {
 // long mantissas) goes the general way, so the values are the same.
 class ChannelCursor {
  public:
-  explicit ChannelCursor(const char* at) : at_(at) {}
+  // `end` bounds the look-ahead of the field skips; reads never pass it.
+  ChannelCursor(const char* at, const char* end) : at_(at), end_(end) {}
   bool ok() const { return ok_; }
 
   ChannelCursor& Comma() {
@@ -71,6 +72,23 @@ class ChannelCursor {
   ChannelCursor& SkipField() {
     if (!ok_) return *this;
     const char* start = at_;
+    // Eight bytes at a time while they lie inside the sentence: a byte is
+    // a comma or the NUL where (word ^ pattern) has a zero byte.
+    constexpr std::uint64_t kOnes = 0x0101010101010101ull;
+    constexpr std::uint64_t kHighs = 0x8080808080808080ull;
+    while (at_ + 8 <= end_) {
+      std::uint64_t word;
+      std::memcpy(&word, at_, 8);
+      const std::uint64_t commas = word ^ (kOnes * ',');
+      const std::uint64_t stops =
+          ((commas - kOnes) & ~commas & kHighs) | ((word - kOnes) & ~word & kHighs);
+      if (stops != 0) {
+        at_ += __builtin_ctzll(stops) / 8;
+        ok_ = at_ != start;
+        return *this;
+      }
+      at_ += 8;
+    }
     while (*at_ != '\0' && *at_ != ',')
       ++at_;
     ok_ = at_ != start;
@@ -173,6 +191,7 @@ class ChannelCursor {
   }
 
   const char* at_;
+  const char* end_;
   bool ok_ = true;
 };
 
@@ -237,7 +256,8 @@ bool DecodeObservations(ObservationLayout layout, const char* sentence, std::siz
   if (sentence == nullptr) return false;
   const void* semicolon = std::memchr(sentence, ';', strnlen(sentence, length));
   if (semicolon == nullptr) return false;
-  ChannelCursor cursor(static_cast<const char*>(semicolon) + 1);
+  ChannelCursor cursor(static_cast<const char*>(semicolon) + 1,
+                       sentence + strnlen(sentence, length));
   if (!cursor.Decimal(set->declared).ok()) return false;
 
   const int wanted = set->declared < 0 ? 0 : set->declared;
