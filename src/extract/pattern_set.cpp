@@ -65,7 +65,9 @@ void PatternSet::MatchAt(const char* text, std::size_t length, std::size_t i,
     const int id = byPair_[k];
     if (hits.Has(id)) continue;
     const std::string_view pattern = patterns_[id];
-    if (pattern.size() <= length - i &&
+    // Texts that begin with one pair mostly differ in their third character:
+    // test it before comparing the rest.
+    if (pattern.size() <= length - i && (pattern.size() == 2 || text[i + 2] == pattern[2]) &&
         std::memcmp(text + i + 2, pattern.data() + 2, pattern.size() - 2) == 0) {
       hits.found[id >> 6] |= std::uint64_t{1} << (id & 63);
       hits.firstStart[id] = static_cast<std::uint32_t>(i);

@@ -181,7 +181,8 @@ std::size_t ScaledInteger(double magnitude, int precision, char* out) {
   if (!(scaled < 4503599627370496.0)) return 0;  // 2^52
   const double whole = std::floor(scaled);
   const double fraction = scaled - whole;  // exact below 2^52
-  const double ulp = std::nextafter(scaled, 1e300) - scaled;
+  // scaled * 2^-52 is at least one ulp of scaled: a safe margin.
+  const double ulp = scaled * 2.220446049250313e-16;
   if (std::fabs(fraction - 0.5) <= ulp) return 0;
   const auto rounded = static_cast<std::uint64_t>(fraction > 0.5 ? whole + 1.0 : whole);
   char digits[24] = {};
@@ -293,13 +294,11 @@ int FastFormatCovered(char* out, std::size_t capacity, const char* format, va_li
   Sink sink(out, capacity);
   const char* p = format;
   while (*p) {
-    const char* percent = std::strchr(p, '%');
-    if (!percent) {
-      sink.Put(p, std::strlen(p));
-      break;
-    }
-    sink.Put(p, static_cast<std::size_t>(percent - p));
-    p = percent + 1;
+    // The literal text up to the next conversion, mostly a single comma.
+    while (*p != '\0' && *p != '%')
+      sink.PutChar(*p++);
+    if (*p == '\0') break;
+    ++p;
     Spec spec;
     if (!ParseSpec(p, spec)) return kNotCovered;
     switch (spec.conversion) {

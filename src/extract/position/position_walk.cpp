@@ -1,5 +1,6 @@
 #include "extract/position/position_walk.h"
 
+#include <algorithm>
 #include <cstring>
 
 #include "extract/field_cursor.h"
@@ -70,12 +71,12 @@ bool HasLogName(const char* sentence, const char* name) {
 }
 
 bool HeadHasUnknown(const char* sentence, std::size_t length, FindTextTable& table) {
+  const std::size_t n = strnlen(sentence, std::min(length, static_cast<std::size_t>(kHeadBytes)));
+  // FindText finds no more than a plain search, and most heads hold no
+  // "UNKNOWN" at all.
+  if (!memmem(sentence, n, "UNKNOWN", 7)) return false;
   char head[kHeadBytes + 1];
-  std::size_t n = 0;
-  while (n < length && n < kHeadBytes && sentence[n] != '\0') {
-    head[n] = sentence[n];
-    ++n;
-  }
+  std::memcpy(head, sentence, n);
   head[n] = '\0';
   return FindText(head, "UNKNOWN", 0, table) != 0;
 }
