@@ -59,6 +59,23 @@ struct FieldCursor {
  private:
   FieldCursor& Integer(int& out, int base) {
     if (!ok) return *this;
+    // Plain decimals of up to nine digits, the common case, read here; a
+    // leading 0 (octal or hexadecimal for "%i"), blanks, '+' and long
+    // numbers go to strtol.
+    const char* p = at;
+    const bool negative = *p == '-';
+    if (negative) ++p;
+    if (*p >= '1' && *p <= '9') {
+      long value = 0;
+      const char* digits = p;
+      while (*p >= '0' && *p <= '9' && p - digits < 9)
+        value = value * 10 + (*p++ - '0');
+      if (!(*p >= '0' && *p <= '9')) {
+        out = static_cast<int>(negative ? -value : value);
+        at = p;
+        return *this;
+      }
+    }
     char* end = nullptr;
     const long value = std::strtol(at, &end, base);
     return Take(end, [&] { out = static_cast<int>(value); });

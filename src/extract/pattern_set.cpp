@@ -5,7 +5,7 @@
 #include <set>
 
 #if defined(__SSE2__)
-#include <emmintrin.h>
+#include <immintrin.h>
 #endif
 #include <stdexcept>
 
@@ -75,21 +75,65 @@ void PatternSet::MatchAt(const char* text, std::size_t length, std::size_t i,
   }
 }
 
+#if defined(__x86_64__)
+// Thirty-two positions at a time where the processor has AVX2.
+__attribute__((target("avx2"))) std::size_t PatternSet::MatchWide(const char* text,
+                                                                  std::size_t length,
+                                                                  PatternHits& hits) const {
+  __m256i single[kMaxFilters];
+  __m256i pairFirst[kMaxFilters];
+  __m256i pairSecond[kMaxFilters];
+  const std::size_t singles = singles_.size();
+  const std::size_t pairs = pairs_.size();
+  for (std::size_t k = 0; k < singles; ++k) {
+    single[k] = _mm256_set1_epi8(static_cast<char>(singles_[k]));
+  }
+  for (std::size_t k = 0; k < pairs; ++k) {
+    pairFirst[k] = _mm256_set1_epi8(static_cast<char>(pairs_[k].first));
+    pairSecond[k] = _mm256_set1_epi8(static_cast<char>(pairs_[k].second));
+  }
+  std::size_t i = 0;
+  for (; i + 33 <= length; i += 32) {
+    const __m256i here = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text + i));
+    const __m256i next = _mm256_loadu_si256(reinterpret_cast<const __m256i*>(text + i + 1));
+    __m256i candidates = _mm256_setzero_si256();
+    for (std::size_t k = 0; k < singles; ++k) {
+      candidates = _mm256_or_si256(candidates, _mm256_cmpeq_epi8(here, single[k]));
+    }
+    for (std::size_t k = 0; k < pairs; ++k) {
+      candidates =
+          _mm256_or_si256(candidates, _mm256_and_si256(_mm256_cmpeq_epi8(here, pairFirst[k]),
+                                                       _mm256_cmpeq_epi8(next, pairSecond[k])));
+    }
+    for (unsigned mask = static_cast<unsigned>(_mm256_movemask_epi8(candidates)); mask != 0;
+         mask &= mask - 1) {
+      MatchAt(text, length, i + static_cast<std::size_t>(__builtin_ctz(mask)), hits);
+    }
+  }
+  return i;
+}
+#endif
+
 void PatternSet::Match(const char* text, std::size_t length, PatternHits& hits) const {
   if (length < 2) return;
   std::size_t i = 0;
+  const bool filtered = singles_.size() <= kMaxFilters && pairs_.size() <= kMaxFilters;
+#if defined(__x86_64__)
+  static const bool wide = __builtin_cpu_supports("avx2");
+  if (filtered && wide) i = MatchWide(text, length, hits);
+#endif
 #if defined(__SSE2__)
   // Sixteen positions at a time: a position is looked at only when its byte
   // (or its byte pair) can begin some text.
-  constexpr std::size_t kMaxFilters = 16;
-  if (singles_.size() <= kMaxFilters && pairs_.size() <= kMaxFilters) {
+  if (filtered) {
     __m128i single[kMaxFilters];
     __m128i pairFirst[kMaxFilters];
     __m128i pairSecond[kMaxFilters];
     const std::size_t singles = singles_.size();
     const std::size_t pairs = pairs_.size();
-    for (std::size_t k = 0; k < singles; ++k)
+    for (std::size_t k = 0; k < singles; ++k) {
       single[k] = _mm_set1_epi8(static_cast<char>(singles_[k]));
+    }
     for (std::size_t k = 0; k < pairs; ++k) {
       pairFirst[k] = _mm_set1_epi8(static_cast<char>(pairs_[k].first));
       pairSecond[k] = _mm_set1_epi8(static_cast<char>(pairs_[k].second));

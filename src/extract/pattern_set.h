@@ -61,6 +61,9 @@ class PatternSet {
   std::vector<unsigned char> singles_;
   std::vector<std::pair<unsigned char, unsigned char>> pairs_;
   void MatchAt(const char* text, std::size_t length, std::size_t i, PatternHits& hits) const;
+  // The filter over 32 positions at a time; returns where it stopped.
+  std::size_t MatchWide(const char* text, std::size_t length, PatternHits& hits) const;
+  static constexpr std::size_t kMaxFilters = 16;
 };
 
 }  // namespace tarnlog
