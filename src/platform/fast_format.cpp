@@ -178,28 +178,29 @@ std::size_t ScaledInteger(double magnitude, int precision, char* out) {
                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
   if (precision > 15) return 0;
   const double scaled = magnitude * kPowers[precision];
-  if (!(scaled < 4503599627370496.0)) return 0;  // 2^52
-  const double whole = std::floor(scaled);
-  const double fraction = scaled - whole;  // exact below 2^52
+  if (!(scaled < 4503599627370496.0)) return 0;                     // 2^52
+  const auto truncated = static_cast<std::uint64_t>(scaled);        // floor, as it is not negative
+  const double fraction = scaled - static_cast<double>(truncated);  // exact below 2^52
   // scaled * 2^-52 is at least one ulp of scaled: a safe margin.
   const double ulp = scaled * 2.220446049250313e-16;
   if (std::fabs(fraction - 0.5) <= ulp) return 0;
-  const auto rounded = static_cast<std::uint64_t>(fraction > 0.5 ? whole + 1.0 : whole);
-  char digits[24] = {};
-  const auto result = std::to_chars(digits, digits + sizeof digits, rounded);
-  const std::size_t count = static_cast<std::size_t>(result.ptr - digits);
-  // At least one integer digit before the point.
-  std::size_t n = 0;
-  const std::size_t needed = static_cast<std::size_t>(precision) + 1;
-  for (; count + n < needed; ++n)
-    out[n] = '0';
-  std::memcpy(out + n, digits, count);
-  n += count;
-  if (precision == 0) return n;
-  const std::size_t point = n - static_cast<std::size_t>(precision);
-  std::memmove(out + point + 1, out + point, static_cast<std::size_t>(precision));
-  out[point] = '.';
-  return n + 1;
+  std::uint64_t rounded = fraction > 0.5 ? truncated + 1 : truncated;
+  // Digits from the right: the fraction, the point, then the integer part.
+  char text[40];
+  char* end = text + sizeof text;
+  char* p = end;
+  for (int k = 0; k < precision; ++k) {
+    *--p = static_cast<char>('0' + rounded % 10);
+    rounded /= 10;
+  }
+  if (precision > 0) *--p = '.';
+  do {
+    *--p = static_cast<char>('0' + rounded % 10);
+    rounded /= 10;
+  } while (rounded != 0);
+  const auto n = static_cast<std::size_t>(end - p);
+  std::memcpy(out, p, n);
+  return n;
 }
 
 // "%.Nf" of a non-negative value from its shortest round-trip digits, which
