@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "chain_harness.h"
 #include "extract/dispatch.h"
 #include "extract/ins/imu_scale.h"
 #include "extract/ins/ins_extractors.h"
@@ -15,29 +16,7 @@ namespace {
 using testing::FileBytes;
 using testing::TempFolder;
 
-// Sentences through the real chain into the tables a case opens.
-class ChainRun {
- public:
-  void Open(TableId id) { tables_[id].Open(PathOf(id), FileMode::kBinary); }
-  void Feed(const std::string& sentence) {
-    static const Dispatcher dispatcher;
-    dispatcher.Dispatch(sentence.c_str(), sentence.size(), options_, tables_, state_, settings);
-  }
-  std::string Bytes(TableId id) {
-    tables_[id].Flush();
-    return FileBytes(PathOf(id));
-  }
-  ExtractSettings settings;
-
- private:
-  std::string PathOf(TableId id) {
-    return folder_ / (std::to_string(static_cast<int>(id)) + ".txt");
-  }
-  TempFolder folder_;
-  ExtractOptions options_;
-  ExtractTables tables_;
-  ExtractionState state_;
-};
+using ChainRun = testing::ChainHarness;
 
 struct RowCase {
   const char* name;

@@ -4,6 +4,7 @@
 #include <string>
 #include <vector>
 
+#include "chain_harness.h"
 #include "extract/dispatch.h"
 #include "support/test_support.h"
 
@@ -13,31 +14,7 @@ namespace {
 using testing::FileBytes;
 using testing::TempFolder;
 
-// Sentences through the real chain into the tables a case opens; the state
-// lives as long as the run, as it does across a capture.
-class ChainRun {
- public:
-  void Open(TableId id) { tables_[id].Open(PathOf(id), FileMode::kBinary); }
-  void Feed(const std::string& sentence) {
-    static const Dispatcher dispatcher;
-    dispatcher.Dispatch(sentence.c_str(), sentence.size(), options, tables_, state, settings);
-  }
-  std::string Bytes(TableId id) {
-    tables_[id].Flush();
-    return Unflushed(id);
-  }
-  std::string Unflushed(TableId id) { return FileBytes(PathOf(id)); }
-  ExtractOptions options;
-  ExtractionState state;
-  ExtractSettings settings;
-
- private:
-  std::string PathOf(TableId id) {
-    return folder_ / (std::to_string(static_cast<int>(id)) + ".txt");
-  }
-  TempFolder folder_;
-  ExtractTables tables_;
-};
+using ChainRun = testing::ChainHarness;
 
 struct RowCase {
   const char* name;

@@ -5,6 +5,7 @@
 #include <string>
 #include <vector>
 
+#include "chain_harness.h"
 #include "extract/dispatch.h"
 #include "extract/extract_main.h"
 #include "extract/normalise.h"
@@ -17,32 +18,9 @@ using testing::FileBytes;
 using testing::TempFolder;
 
 // Every table of a full run, fed sentence by sentence through the chain.
-class Chain {
+class Chain : public testing::ChainHarness {
  public:
-  Chain() {
-    std::vector<std::string> texts = FullExtractionVector("out", "cap.log");
-    std::vector<char*> argv = ArgvOf(texts);
-    options_ = ParseExtractOptions(125, argv.data());
-    for (std::size_t i = 0; i < kTableCount; ++i)
-      tables_.files[i].Open(PathOf(i), FileMode::kBinary);
-  }
-  void Feed(const std::string& s) {
-    static const Dispatcher dispatcher;
-    dispatcher.Dispatch(s.c_str(), s.size(), options_, tables_, state_, settings_);
-  }
-  std::string Bytes(TableId id) {
-    tables_[id].Flush();
-    return Unflushed(id);
-  }
-  std::string Unflushed(TableId id) { return FileBytes(PathOf(static_cast<std::size_t>(id))); }
-
- private:
-  std::string PathOf(std::size_t i) { return folder_ / ("t" + std::to_string(i)); }
-  TempFolder folder_;
-  ExtractOptions options_;
-  ExtractTables tables_;
-  ExtractionState state_;
-  ExtractSettings settings_;
+  Chain() : ChainHarness(Tables::kFullVector) {}
 };
 
 std::string Long(const std::string& name, const std::string& timeStatus, const std::string& body) {
