@@ -12,7 +12,7 @@ struct Companion {
 
 // One row per option. `values` texts follow the option and name its tables in
 // the folder; an option with no values fixes its own file name.
-struct OptionSpec {
+struct OptionRow {
   char first;
   char second;  // 0 for the one-letter options
   int values;
@@ -26,7 +26,7 @@ constexpr TableId kNone = TableId::kCount;
 
 // In the order of the option flags, which is also the order the remaining
 // tables open in.
-constexpr OptionSpec kOptions[] = {
+constexpr OptionRow kOptions[] = {
     {'R',
      'P',
      1,
@@ -123,16 +123,16 @@ void CommandError() {
   std::fputs("*****command error\n", stdout);
 }
 
-const OptionSpec* FindOption(char first, char second) {
-  for (const OptionSpec& spec : kOptions) {
-    if (spec.first == first && (spec.second == 0 || spec.second == second)) return &spec;
+const OptionRow* FindOption(char first, char second) {
+  for (const OptionRow& row : kOptions) {
+    if (row.first == first && (row.second == 0 || row.second == second)) return &row;
   }
   return nullptr;
 }
 
 bool HasTwoLetterOptions(char first) {
-  for (const OptionSpec& spec : kOptions) {
-    if (spec.first == first && spec.second != 0) return true;
+  for (const OptionRow& row : kOptions) {
+    if (row.first == first && row.second != 0) return true;
   }
   return false;
 }
@@ -144,15 +144,14 @@ void Name(ExtractOptions& options, TableId table, const std::string& path) {
   options.paths[index] = path;
 }
 
-void Apply(ExtractOptions& options, const OptionSpec& spec, char** argv, int i) {
-  options.outputCount += spec.outputs;
-  for (int k = 0; k < spec.values; ++k) {
+void Apply(ExtractOptions& options, const OptionRow& row, char** argv, int i) {
+  options.outputCount += row.outputs;
+  for (int k = 0; k < row.values; ++k) {
     const char* value = argv[i + 1 + k];
-    if (value != nullptr) Name(options, spec.tables[k], TablePath(options.outputFolder, value));
+    if (value != nullptr) Name(options, row.tables[k], TablePath(options.outputFolder, value));
   }
-  if (spec.fixedName)
-    Name(options, spec.tables[0], TablePath(options.outputFolder, spec.fixedName));
-  for (const Companion& companion : spec.companions) {
+  if (row.fixedName) Name(options, row.tables[0], TablePath(options.outputFolder, row.fixedName));
+  for (const Companion& companion : row.companions) {
     if (companion.name)
       Name(options, companion.table, TablePath(options.outputFolder, companion.name));
   }
@@ -175,30 +174,30 @@ ExtractOptions ParseExtractOptions(int argc, char** argv) {
     const char second = first ? arg[2] : 0;
     if (first == 'i') continue;  // the input is always argv[2]
     if (!HasTwoLetterOptions(first)) {
-      const OptionSpec* spec = FindOption(first, second);
-      if (spec) {
-        Apply(options, *spec, argv, i);
+      const OptionRow* row = FindOption(first, second);
+      if (row) {
+        Apply(options, *row, argv, i);
       } else {
         CommandError();
       }
       continue;
     }
-    const OptionSpec* spec = FindOption(first, second);
-    if (spec) {
-      Apply(options, *spec, argv, i);
+    const OptionRow* row = FindOption(first, second);
+    if (row) {
+      Apply(options, *row, argv, i);
     } else if (first == 'E' || first == 'G' || first == 'K' || first == 'P') {
       CommandError();
     }
     // The K branch runs on into the Z branch: -KA also acts as -ZA.
     if (first == 'K') {
-      if (const OptionSpec* z = FindOption('Z', second)) Apply(options, *z, argv, i);
+      if (const OptionRow* z = FindOption('Z', second)) Apply(options, *z, argv, i);
     }
   }
-  for (const OptionSpec& spec : kOptions) {
-    for (TableId table : spec.tables) {
+  for (const OptionRow& row : kOptions) {
+    for (TableId table : row.tables) {
       if (table != kNone && options.Wants(table)) options.optionOrder.push_back(table);
     }
-    for (const Companion& companion : spec.companions) {
+    for (const Companion& companion : row.companions) {
       if (companion.name && options.Wants(companion.table)) {
         options.optionOrder.push_back(companion.table);
       }

@@ -11,7 +11,7 @@
 namespace tarnlog {
 namespace {
 
-struct Spec {
+struct Conversion {
   bool left = false;
   bool plus = false;
   bool space = false;
@@ -21,21 +21,21 @@ struct Spec {
   int lengthLongs = 0;    // 1: l, 2: ll
   int lengthShorts = 0;   // 1: h, 2: hh
   bool sizeLike = false;  // z, j, t
-  char conversion = 0;
+  char letter = 0;
 };
 
 // Parses one conversion after its '%'; false for anything handed to
 // vsnprintf (the '#' flag, '*', L, n, p and the e/g/a families).
-bool ParseSpec(const char*& p, Spec& spec) {
+bool ParseConversion(const char*& p, Conversion& conversion) {
   for (;; ++p) {
     if (*p == '-')
-      spec.left = true;
+      conversion.left = true;
     else if (*p == '+')
-      spec.plus = true;
+      conversion.plus = true;
     else if (*p == ' ')
-      spec.space = true;
+      conversion.space = true;
     else if (*p == '0')
-      spec.zero = true;
+      conversion.zero = true;
     else if (*p == '#' || *p == '\'')
       return false;
     else
@@ -43,25 +43,25 @@ bool ParseSpec(const char*& p, Spec& spec) {
   }
   if (*p == '*') return false;
   while (*p >= '0' && *p <= '9')
-    spec.width = spec.width * 10 + (*p++ - '0');
+    conversion.width = conversion.width * 10 + (*p++ - '0');
   if (*p == '.') {
     ++p;
     if (*p == '*') return false;
-    spec.precision = 0;
+    conversion.precision = 0;
     while (*p >= '0' && *p <= '9')
-      spec.precision = spec.precision * 10 + (*p++ - '0');
+      conversion.precision = conversion.precision * 10 + (*p++ - '0');
   }
   for (;; ++p) {
     if (*p == 'l')
-      ++spec.lengthLongs;
+      ++conversion.lengthLongs;
     else if (*p == 'h')
-      ++spec.lengthShorts;
+      ++conversion.lengthShorts;
     else if (*p == 'z' || *p == 'j' || *p == 't')
-      spec.sizeLike = true;
+      conversion.sizeLike = true;
     else
       break;
   }
-  spec.conversion = *p;
+  conversion.letter = *p;
   switch (*p) {
     case 'd':
     case 'i':
@@ -70,7 +70,7 @@ bool ParseSpec(const char*& p, Spec& spec) {
     case 'X':
     case 'o':
       // Integer precisions are rare in the tables; leave them to the C library.
-      if (spec.precision >= 0) return false;
+      if (conversion.precision >= 0) return false;
       break;
     case 'f':
     case 'F':
@@ -127,45 +127,46 @@ class Sink {
 };
 
 // Sign, then digits, padded to the width as printf pads numbers.
-void PutNumber(Sink& sink, const Spec& spec, char sign, const char* digits, std::size_t n) {
+void PutNumber(Sink& sink, const Conversion& conversion, char sign, const char* digits,
+               std::size_t n) {
   const int length = static_cast<int>(n) + (sign ? 1 : 0);
-  const int pad = spec.width > length ? spec.width - length : 0;
-  if (!spec.left && !spec.zero) sink.Fill(' ', pad);
+  const int pad = conversion.width > length ? conversion.width - length : 0;
+  if (!conversion.left && !conversion.zero) sink.Fill(' ', pad);
   if (sign) sink.PutChar(sign);
-  if (!spec.left && spec.zero) sink.Fill('0', pad);
+  if (!conversion.left && conversion.zero) sink.Fill('0', pad);
   sink.Put(digits, n);
-  if (spec.left) sink.Fill(' ', pad);
+  if (conversion.left) sink.Fill(' ', pad);
 }
 
-char SignFor(bool negative, const Spec& spec) {
+char SignFor(bool negative, const Conversion& conversion) {
   if (negative) return '-';
-  if (spec.plus) return '+';
-  if (spec.space) return ' ';
+  if (conversion.plus) return '+';
+  if (conversion.space) return ' ';
   return 0;
 }
 
-void PutSigned(Sink& sink, const Spec& spec, long long value) {
+void PutSigned(Sink& sink, const Conversion& conversion, long long value) {
   char digits[24] = {};
   const unsigned long long magnitude = value < 0 ? 0ull - static_cast<unsigned long long>(value)
                                                  : static_cast<unsigned long long>(value);
   const auto result = std::to_chars(digits, digits + sizeof digits, magnitude);
-  PutNumber(sink, spec, SignFor(value < 0, spec), digits,
+  PutNumber(sink, conversion, SignFor(value < 0, conversion), digits,
             static_cast<std::size_t>(result.ptr - digits));
 }
 
-void PutUnsigned(Sink& sink, Spec spec, unsigned long long value) {
+void PutUnsigned(Sink& sink, Conversion conversion, unsigned long long value) {
   char digits[32];
-  const int base = spec.conversion == 'x' || spec.conversion == 'X' ? 16
-                   : spec.conversion == 'o'                         ? 8
-                                                                    : 10;
+  const int base = conversion.letter == 'x' || conversion.letter == 'X' ? 16
+                   : conversion.letter == 'o'                           ? 8
+                                                                        : 10;
   const auto result = std::to_chars(digits, digits + sizeof digits, value, base);
-  if (spec.conversion == 'X') {
+  if (conversion.letter == 'X') {
     for (char* c = digits; c < result.ptr; ++c) {
       if (*c >= 'a' && *c <= 'f') *c = static_cast<char>(*c - 'a' + 'A');
     }
   }
-  spec.plus = spec.space = false;  // no sign for unsigned conversions
-  PutNumber(sink, spec, 0, digits, static_cast<std::size_t>(result.ptr - digits));
+  conversion.plus = conversion.space = false;  // no sign for unsigned conversions
+  PutNumber(sink, conversion, 0, digits, static_cast<std::size_t>(result.ptr - digits));
 }
 
 // "%.Nf" of a non-negative value as the integer nearest value * 10^N. The
@@ -256,15 +257,15 @@ std::size_t RoundShortest(double magnitude, int precision, char* out) {
   return n;
 }
 
-void PutFixed(Sink& sink, const Spec& spec, double value) {
-  const int precision = spec.precision < 0 ? 6 : spec.precision;
+void PutFixed(Sink& sink, const Conversion& conversion, double value) {
+  const int precision = conversion.precision < 0 ? 6 : conversion.precision;
   if (!std::isfinite(value) || precision > 60) {
     // Rare: let the C library spell infinities and not-a-numbers.
     char text[512];
     char format[32];
-    std::snprintf(format, sizeof format, "%%%s%s%s%s%d.%d%c", spec.left ? "-" : "",
-                  spec.plus ? "+" : "", spec.space ? " " : "", spec.zero ? "0" : "", spec.width,
-                  precision, spec.conversion);
+    std::snprintf(format, sizeof format, "%%%s%s%s%s%d.%d%c", conversion.left ? "-" : "",
+                  conversion.plus ? "+" : "", conversion.space ? " " : "",
+                  conversion.zero ? "0" : "", conversion.width, precision, conversion.letter);
     const int n = std::snprintf(text, sizeof text, format, value);
     if (n > 0) sink.Put(text, std::min<std::size_t>(static_cast<std::size_t>(n), sizeof text - 1));
     return;
@@ -279,14 +280,15 @@ void PutFixed(Sink& sink, const Spec& spec, double value) {
                                       std::chars_format::fixed, precision);
     length = static_cast<std::size_t>(result.ptr - digits);
   }
-  PutNumber(sink, spec, SignFor(negative, spec), digits, length);
+  PutNumber(sink, conversion, SignFor(negative, conversion), digits, length);
 }
 
-void PutText(Sink& sink, const Spec& spec, const char* text, std::size_t n) {
-  const int pad = spec.width > static_cast<int>(n) ? spec.width - static_cast<int>(n) : 0;
-  if (!spec.left) sink.Fill(' ', pad);
+void PutText(Sink& sink, const Conversion& conversion, const char* text, std::size_t n) {
+  const int pad =
+      conversion.width > static_cast<int>(n) ? conversion.width - static_cast<int>(n) : 0;
+  if (!conversion.left) sink.Fill(' ', pad);
   sink.Put(text, n);
-  if (spec.left) sink.Fill(' ', pad);
+  if (conversion.left) sink.Fill(' ', pad);
 }
 
 constexpr int kNotCovered = -2;
@@ -300,58 +302,58 @@ int FastFormatCovered(char* out, std::size_t capacity, const char* format, va_li
       sink.PutChar(*p++);
     if (*p == '\0') break;
     ++p;
-    Spec spec;
-    if (!ParseSpec(p, spec)) return kNotCovered;
-    switch (spec.conversion) {
+    Conversion conversion;
+    if (!ParseConversion(p, conversion)) return kNotCovered;
+    switch (conversion.letter) {
       case '%':
         sink.PutChar('%');
         break;
       case 'c': {
         const char c = static_cast<char>(va_arg(args, int));
-        const int pad = spec.width > 1 ? spec.width - 1 : 0;
-        if (!spec.left) sink.Fill(' ', pad);
+        const int pad = conversion.width > 1 ? conversion.width - 1 : 0;
+        if (!conversion.left) sink.Fill(' ', pad);
         sink.PutChar(c);
-        if (spec.left) sink.Fill(' ', pad);
+        if (conversion.left) sink.Fill(' ', pad);
         break;
       }
       case 's': {
         const char* text = va_arg(args, const char*);
         if (!text) text = "(null)";
-        const std::size_t n = spec.precision >= 0
-                                  ? strnlen(text, static_cast<std::size_t>(spec.precision))
+        const std::size_t n = conversion.precision >= 0
+                                  ? strnlen(text, static_cast<std::size_t>(conversion.precision))
                                   : std::strlen(text);
-        PutText(sink, spec, text, n);
+        PutText(sink, conversion, text, n);
         break;
       }
       case 'f':
       case 'F':
-        PutFixed(sink, spec, va_arg(args, double));
+        PutFixed(sink, conversion, va_arg(args, double));
         break;
       case 'd':
       case 'i': {
         long long value;
-        if (spec.lengthLongs >= 2 || spec.sizeLike)
+        if (conversion.lengthLongs >= 2 || conversion.sizeLike)
           value = va_arg(args, long long);
-        else if (spec.lengthLongs == 1)
+        else if (conversion.lengthLongs == 1)
           value = va_arg(args, long);
         else
           value = va_arg(args, int);
-        if (spec.lengthShorts == 1) value = static_cast<short>(value);
-        if (spec.lengthShorts >= 2) value = static_cast<signed char>(value);
-        PutSigned(sink, spec, value);
+        if (conversion.lengthShorts == 1) value = static_cast<short>(value);
+        if (conversion.lengthShorts >= 2) value = static_cast<signed char>(value);
+        PutSigned(sink, conversion, value);
         break;
       }
       default: {  // u x X o
         unsigned long long value;
-        if (spec.lengthLongs >= 2 || spec.sizeLike)
+        if (conversion.lengthLongs >= 2 || conversion.sizeLike)
           value = va_arg(args, unsigned long long);
-        else if (spec.lengthLongs == 1)
+        else if (conversion.lengthLongs == 1)
           value = va_arg(args, unsigned long);
         else
           value = va_arg(args, unsigned);
-        if (spec.lengthShorts == 1) value = static_cast<unsigned short>(value);
-        if (spec.lengthShorts >= 2) value = static_cast<unsigned char>(value);
-        PutUnsigned(sink, spec, value);
+        if (conversion.lengthShorts == 1) value = static_cast<unsigned short>(value);
+        if (conversion.lengthShorts >= 2) value = static_cast<unsigned char>(value);
+        PutUnsigned(sink, conversion, value);
         break;
       }
     }
