@@ -27,6 +27,25 @@ struct Conversion {
 // Parses one conversion after its '%'; false for anything handed to
 // vsnprintf (the '#' flag, '*', L, n, p and the e/g/a families).
 bool ParseConversion(const char*& p, Conversion& conversion) {
+  // The tables' own forms first: "%d", "%i" and "%.Nf".
+  if (p[0] == 'd' || p[0] == 'i') {
+    conversion.letter = *p++;
+    return true;
+  }
+  if (p[0] == '.' && p[1] >= '0' && p[1] <= '9') {
+    if (p[2] == 'f') {
+      conversion.precision = p[1] - '0';
+      conversion.letter = 'f';
+      p += 3;
+      return true;
+    }
+    if (p[2] >= '0' && p[2] <= '9' && p[3] == 'f') {
+      conversion.precision = (p[1] - '0') * 10 + (p[2] - '0');
+      conversion.letter = 'f';
+      p += 4;
+      return true;
+    }
+  }
   for (;; ++p) {
     if (*p == '-')
       conversion.left = true;
@@ -190,15 +209,35 @@ std::size_t ScaledInteger(double magnitude, int precision, char* out) {
   char text[40];
   char* end = text + sizeof text;
   char* p = end;
-  for (int k = 0; k < precision; ++k) {
+  static constexpr char kPairs[] =
+      "00010203040506070809101112131415161718192021222324252627282930313233343536373839"
+      "40414243444546474849505152535455565758596061626364656667686970717273747576777879"
+      "8081828384858687888990919293949596979899";
+  int k = 0;
+  for (; k + 2 <= precision; k += 2) {
+    const auto pair = static_cast<std::size_t>(rounded % 100) * 2;
+    rounded /= 100;
+    *--p = kPairs[pair + 1];
+    *--p = kPairs[pair];
+  }
+  if (k < precision) {
     *--p = static_cast<char>('0' + rounded % 10);
     rounded /= 10;
   }
   if (precision > 0) *--p = '.';
-  do {
-    *--p = static_cast<char>('0' + rounded % 10);
-    rounded /= 10;
-  } while (rounded != 0);
+  while (rounded >= 100) {
+    const auto pair = static_cast<std::size_t>(rounded % 100) * 2;
+    rounded /= 100;
+    *--p = kPairs[pair + 1];
+    *--p = kPairs[pair];
+  }
+  if (rounded >= 10) {
+    const auto pair = static_cast<std::size_t>(rounded) * 2;
+    *--p = kPairs[pair + 1];
+    *--p = kPairs[pair];
+  } else {
+    *--p = static_cast<char>('0' + rounded);
+  }
   const auto n = static_cast<std::size_t>(end - p);
   std::memcpy(out, p, n);
   return n;
