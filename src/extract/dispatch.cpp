@@ -261,10 +261,18 @@ std::vector<DispatchRow> MakeRows() {
   for (DispatchRow& row : rows) {
     if (row.tables[0] == T::kMatchBase2) row.goesOn = true;
     if (row.handler) continue;
-    for (auto family :
-         {VelocityDopTargets, RangeTargets, NmeaTargets, InsImuTargets, StatusTargets}) {
-      for (const TargetBinding& binding : family()) {
-        if (binding.table == row.tables[0]) row.handler = binding.handler;
+    // Velocity, DOP and range targets write rows and nothing else.
+    struct Family {
+      std::span<const TargetBinding> (*bindings)();
+      bool quiet;
+    };
+    for (const Family family :
+         {Family{VelocityDopTargets, true}, Family{RangeTargets, true}, Family{NmeaTargets, false},
+          Family{InsImuTargets, false}, Family{StatusTargets, false}}) {
+      for (const TargetBinding& binding : family.bindings()) {
+        if (binding.table != row.tables[0]) continue;
+        row.handler = binding.handler;
+        row.quietWhenClosed = family.quiet;
       }
     }
   }
@@ -411,7 +419,14 @@ void Dispatcher::Dispatch(const char* sentence, std::size_t length, const Extrac
   PatternHits hits;
   patterns_.Match(sentence, length, hits);
   auto run = [&](const DispatchRow& row) {
-    if (row.handler) row.handler({sentence, length, row, options, tables, state, settings});
+    if (!row.handler) return;
+    if (row.quietWhenClosed) {
+      bool anyOpen = false;
+      for (TableId id : row.tables)
+        anyOpen |= id != kNoTable && tables[id].IsOpen();
+      if (!anyOpen) return;
+    }
+    row.handler({sentence, length, row, options, tables, state, settings});
   };
   if (!settings.realValueMode) {
     if (const DispatchRow* row = Classify(1, sentence, length, hits, options)) {

@@ -71,6 +71,9 @@ struct DispatchRow {
   DispatchHandler handler;
   // Ends stage 1 only; the sentence goes on through stages 2 and 3.
   bool goesOn = false;
+  // The target keeps no state that anything reads: with all its tables
+  // closed it is not called at all.
+  bool quietWhenClosed = false;
 };
 
 // The rows of all three stages, in order.
