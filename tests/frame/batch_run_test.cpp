@@ -11,6 +11,12 @@ namespace {
 using testing::RunAndCapture;
 using testing::TarnlogBinary;
 
+// A start folder as the program expects it, with its real values.
+void MakeStartFolder(const testing::TempFolder& folder) {
+  MakeFolder(folder / "Config");
+  testing::WriteBytes(folder / "Config/AllRealValue.txt", "Roof,31.5,121.25,10\r\n");
+}
+
 int CountLines(const std::string& text) {
   int lines = 0;
   for (char c : text)
@@ -20,6 +26,7 @@ int CountLines(const std::string& text) {
 
 TEST(BatchRunTest, NoModeWordEndsWithStatusTwoAndOneLine) {
   testing::TempFolder folder;
+  MakeStartFolder(folder);
   const testing::RunResult run = RunAndCapture({TarnlogBinary(), "a", "b"}, folder.Path());
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(CountLines(run.err), 1) << run.err;
@@ -30,6 +37,7 @@ TEST(BatchRunTest, NoModeWordEndsWithStatusTwoAndOneLine) {
 
 TEST(BatchRunTest, MfgNeverMatches) {
   testing::TempFolder folder;
+  MakeStartFolder(folder);
   const testing::RunResult run = RunAndCapture({TarnlogBinary(), "x", "y", "MFG"}, folder.Path());
   EXPECT_EQ(run.status, 2);
   EXPECT_NE(run.err.find("\"mfg\""), std::string::npos) << run.err;
@@ -37,6 +45,7 @@ TEST(BatchRunTest, MfgNeverMatches) {
 
 TEST(BatchRunTest, WordOfAPageWithoutItsModeEndsWithStatusTwo) {
   testing::TempFolder folder;
+  MakeStartFolder(folder);
   const testing::RunResult run =
       RunAndCapture({TarnlogBinary(), "a.log", "1", "0", "2", "KML"}, folder.Path());
   EXPECT_EQ(run.status, 2);
@@ -46,6 +55,7 @@ TEST(BatchRunTest, WordOfAPageWithoutItsModeEndsWithStatusTwo) {
 
 TEST(BatchRunTest, IgnoredSwitchIsNamedInTheEndingLine) {
   testing::TempFolder folder;
+  MakeStartFolder(folder);
   const testing::RunResult run =
       RunAndCapture({TarnlogBinary(), "-RS", "-PATH", folder.Path(), "extra"}, folder.Path());
   EXPECT_EQ(run.status, 2);
@@ -64,8 +74,7 @@ TEST(BatchRunTest, VersionAndHelp) {
 
 TEST(BatchRunTest, StartWithoutWindowPrintsRealValuesAndTabs) {
   testing::TempFolder folder;
-  MakeFolder(folder / "Config");
-  testing::WriteBytes(folder / "Config/AllRealValue.txt", "Roof,31.5,121.25,10\r\n");
+  MakeStartFolder(folder);
   // A single argument is read and ignored.
   const testing::RunResult run = RunAndCapture({TarnlogBinary(), "ignored"}, folder.Path());
   EXPECT_EQ(run.status, 0);

@@ -1,0 +1,181 @@
+#include "pages/static/real_value_store.h"
+
+#include <unistd.h>
+
+#include <cstdlib>
+
+#include "platform/files.h"
+
+namespace tarnlog {
+namespace {
+
+void Show(RealValueSet& set) {
+  RealValueRow row;
+  row.latitude = set.values.latitude;
+  row.longitude = set.values.longitude;
+  row.height = set.values.height;
+  set.fields.Show(row);
+}
+
+void TakeRow(RealValueSet& set, const RealValueTable& table) {
+  const int row = table.Find(set.list.SelectedText());
+  if (row < 0) return;
+  set.values.latitude = table.rows[row].latitude;
+  set.values.longitude = table.rows[row].longitude;
+  set.values.height = table.rows[row].height;
+}
+
+// The negated test also turns away a text that reads as NaN.
+bool InRange(double value, double limit) {
+  return value >= -limit && value <= limit;
+}
+
+bool ReadSet(const CoordinateFields& fields, Coordinates& values) {
+  const Coordinates read{std::atof(fields.latitude.text.c_str()),
+                         std::atof(fields.longitude.text.c_str()),
+                         std::atof(fields.height.text.c_str())};
+  if (!InRange(read.latitude, 90.0) || !InRange(read.longitude, 180.0)) return false;
+  values = read;
+  return true;
+}
+
+// Removing an entry moves a later selection up with its entry and clears
+// the selection of the entry itself, as a list box does.
+void RemoveEntry(ChoiceField& list, int index) {
+  if (index < 0 || index >= static_cast<int>(list.entries.size())) return;
+  list.entries.erase(list.entries.begin() + index);
+  if (list.selected == index) {
+    list.selected = -1;
+  } else if (list.selected > index) {
+    --list.selected;
+  }
+}
+
+}  // namespace
+
+bool StartRealValueEditor(RealValueEditor& editor) {
+  if (access(editor.filePath.c_str(), R_OK | W_OK) != 0) {
+    editor.host.ShowMessage(editor.filePath + std::string(kRealValueMissing));
+    return false;
+  }
+  FillRealValueLists(editor.table, editor.realValue.list, editor.master.list, editor.slave.list);
+  editor.realValue.list.Select(0);
+  editor.master.list.Select(0);
+  editor.slave.list.Select(0);
+  ApplyRealValueSelection(editor);
+  return true;
+}
+
+void FillRealValueLists(const RealValueTable& table, ChoiceField& realValueType,
+                        ChoiceField& master, ChoiceField& slave) {
+  for (const RealValueRow& row : table.rows) {
+    if (row.IsFree()) continue;
+    realValueType.entries.emplace_back(row.Name());
+    master.entries.emplace_back(row.Name());
+    slave.entries.emplace_back(row.Name());
+  }
+}
+
+void ApplyRealValueSelection(RealValueEditor& editor) {
+  TakeRow(editor.realValue, editor.table);
+  TakeRow(editor.master, editor.table);
+  TakeRow(editor.slave, editor.table);
+  Show(editor.realValue);
+  Show(editor.master);
+  Show(editor.slave);
+}
+
+bool ReadRealValueSets(RealValueEditor& editor) {
+  // Read into copies first so that a bad field leaves every set as it was.
+  Coordinates realValue;
+  Coordinates master;
+  Coordinates slave;
+  if (!ReadSet(editor.realValue.fields, realValue) || !ReadSet(editor.master.fields, master) ||
+      !ReadSet(editor.slave.fields, slave)) {
+    return false;
+  }
+  editor.realValue.values = realValue;
+  editor.master.values = master;
+  editor.slave.values = slave;
+  return true;
+}
+
+void AddRealValue(RealValueEditor& editor) {
+  if (!ReadRealValueSets(editor)) return;
+  const std::string name = editor.addName.text.substr(0, kRealValueNameLength);
+  if (name.empty()) {
+    editor.host.ShowMessage(kRealValueNameEmpty, kAddRealValueErrorTitle);
+    return;
+  }
+  if (editor.table.Find(name) >= 0) {
+    editor.host.ShowMessage(kRealValueNameTaken, kAddRealValueErrorTitle);
+    return;
+  }
+  const int free = editor.table.LowestFreeRow();
+  if (free < 0) {
+    editor.host.ShowMessage(kRealValueTableFull, kAddRealValueErrorTitle);
+    return;
+  }
+  RealValueRow& row = editor.table.rows[free];
+  row.SetName(name);
+  row.latitude = editor.realValue.values.latitude;
+  row.longitude = editor.realValue.values.longitude;
+  row.height = editor.realValue.values.height;
+
+  // The new name goes to the end of the lists even when it took a row in
+  // the middle; only "RealValueType" moves to it and no set is re-read.
+  editor.realValue.list.entries.push_back(name);
+  editor.master.list.entries.push_back(name);
+  editor.slave.list.entries.push_back(name);
+  editor.realValue.list.Select(static_cast<int>(editor.realValue.list.entries.size()) - 1);
+  SaveRealValues(editor.table, editor.filePath, RealValueDecimals::kAfterAdd);
+}
+
+void ModifyRealValue(RealValueEditor& editor) {
+  if (!ReadRealValueSets(editor)) return;
+  const int found = editor.table.Find(editor.realValue.list.SelectedText());
+  if (found >= 0) {
+    RealValueRow& row = editor.table.rows[found];
+    row.latitude = editor.realValue.values.latitude;
+    row.longitude = editor.realValue.values.longitude;
+    row.height = editor.realValue.values.height;
+  }
+  // Saved also when no row matched.
+  SaveRealValues(editor.table, editor.filePath, RealValueDecimals::kAfterModifyOrDelete);
+}
+
+void DeleteRealValue(RealValueEditor& editor) {
+  if (editor.host.ShowMessage(kDeleteRealValueQuestion, kDeleteRealValueTitle,
+                              MessageButtons::kOkCancel) != MessageAnswer::kOk) {
+    return;
+  }
+  const int index = editor.realValue.list.selected;
+  const std::string name = editor.realValue.list.SelectedText();
+  // The three lists hold the same names in the same order.
+  RemoveEntry(editor.realValue.list, index);
+  RemoveEntry(editor.master.list, index);
+  RemoveEntry(editor.slave.list, index);
+  if (!editor.realValue.list.entries.empty()) {
+    editor.realValue.list.Select(0);
+    ApplyRealValueSelection(editor);
+  }
+  const int found = editor.table.Find(name);
+  if (found >= 0) editor.table.rows[found] = RealValueRow{};
+  SaveRealValues(editor.table, editor.filePath, RealValueDecimals::kAfterModifyOrDelete);
+}
+
+void SaveRealValues(const RealValueTable& table, const std::string& path,
+                    RealValueDecimals decimals) {
+  OutFile file;
+  if (!file.Open(path, FileMode::kBinary)) return;
+  for (const RealValueRow& row : table.rows) {
+    if (row.IsFree()) continue;
+    if (decimals == RealValueDecimals::kAfterAdd) {
+      file.Printf("%s,%.11lf,%.11lf,%.6lf\n", row.name, row.latitude, row.longitude, row.height);
+    } else {
+      file.Printf("%s,%.9lf,%.9lf,%.6lf\n", row.name, row.latitude, row.longitude, row.height);
+    }
+  }
+}
+
+}  // namespace tarnlog
