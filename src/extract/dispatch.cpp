@@ -5,6 +5,7 @@
 
 #include "extract/normalise.h"
 #include "extract/position/position_extractors.h"
+#include "extract/read_number.h"
 #include "extract/targets.h"
 #include "extract/text_search.h"
 
@@ -386,29 +387,25 @@ namespace {
 
 // Stage 2's first step: the newest epoch of RANGEA, PSRPOSA, RTKPOSA and
 // BESTPOSA headers, for the matched age.
-void UpdateCurrentEpoch(const char* sentence, ExtractionState& state) {
+void UpdateCurrentEpoch(const char* sentence, std::size_t length, ExtractionState& state) {
   if (sentence[0] == '$') return;
   const char* name = sentence + 1;
   if (std::strncmp(name, "RANGEA", 6) != 0 && std::strncmp(name, "PSRPOSA", 7) != 0 &&
       std::strncmp(name, "RTKPOSA", 7) != 0 && std::strncmp(name, "BESTPOSA", 8) != 0) {
     return;
   }
-  char head[101];
-  std::strncpy(head, sentence, 100);
-  head[100] = '\0';
   FindTextTable table;
-  if (FindText(head, "UNKNOWN", 0, table) != 0) return;
+  if (HeadHasText(sentence, length, "UNKNOWN", table)) return;
   table.Clear();
-  if (FindText(head, "LOCAL", 0, table) != 0) return;
+  if (HeadHasText(sentence, length, "LOCAL", table)) return;
   const char* field = sentence;
   for (int commas = 0; commas < 6; ++commas) {
     field = std::strchr(field, ',');
     if (!field) return;
     ++field;
   }
-  char* end = nullptr;
-  const double seconds = std::strtod(field, &end);
-  if (end != field) state.currentEpochSeconds = seconds;
+  double seconds = 0.0;
+  if (ReadDouble(field, &seconds) != field) state.currentEpochSeconds = seconds;
 }
 
 }  // namespace
@@ -434,7 +431,7 @@ void Dispatcher::Dispatch(const char* sentence, std::size_t length, const Extrac
       if (!row->goesOn) return;
     }
   }
-  UpdateCurrentEpoch(sentence, state);
+  UpdateCurrentEpoch(sentence, length, state);
   if (const DispatchRow* row = Classify(2, sentence, length, hits, options)) {
     run(*row);
     return;

@@ -54,4 +54,17 @@ int IsNumericText(const char* text) {
   return 0;
 }
 
+bool HeadHasText(const char* sentence, std::size_t length, const char* pattern,
+                 FindTextTable& failTable) {
+  constexpr std::size_t kHeadBytes = 100;
+  const std::size_t n = strnlen(sentence, length < kHeadBytes ? length : kHeadBytes);
+  // FindText finds no more than a plain search, and most heads hold neither
+  // text at all.
+  if (!memmem(sentence, n, pattern, std::strlen(pattern))) return false;
+  char head[kHeadBytes + 1];
+  std::memcpy(head, sentence, n);
+  head[n] = '\0';
+  return FindText(head, pattern, 0, failTable) != 0;
+}
+
 }  // namespace tarnlog

@@ -19,6 +19,11 @@ struct FindTextTable {
 // The result of a search for "," is the offset of the character behind it.
 int FindText(const char* text, const char* pattern, int start, FindTextTable& failTable);
 
+// FindText over the first 100 bytes of a sentence, where the extractors
+// look for "UNKNOWN" and "LOCAL": true when it finds `pattern` there.
+bool HeadHasText(const char* sentence, std::size_t length, const char* pattern,
+                 FindTextTable& failTable);
+
 // 0 when every character up to the NUL is a digit, '.', '-' or '+' (the
 // empty text too), -1 otherwise.
 int IsNumericText(const char* text);

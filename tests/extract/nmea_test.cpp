@@ -13,9 +13,6 @@
 namespace tarnlog {
 namespace {
 
-using testing::FileBytes;
-using testing::TempFolder;
-
 // Every table of a full run, fed sentence by sentence through the chain.
 class Chain : public testing::ChainHarness {
  public:

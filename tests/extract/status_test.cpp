@@ -11,9 +11,6 @@
 namespace tarnlog {
 namespace {
 
-using testing::FileBytes;
-using testing::TempFolder;
-
 using ChainRun = testing::ChainHarness;
 
 struct RowCase {

@@ -8,7 +8,6 @@
 namespace tarnlog {
 namespace {
 
-constexpr int kHeadBytes = 100;
 // "SOL_COMPUTED," is 13 characters; the status compare uses the first 11.
 constexpr int kComputedSkip = 13;
 constexpr int kComputedCompare = 11;
@@ -71,14 +70,7 @@ bool HasLogName(const char* sentence, const char* name) {
 }
 
 bool HeadHasUnknown(const char* sentence, std::size_t length, FindTextTable& table) {
-  const std::size_t n = strnlen(sentence, std::min(length, static_cast<std::size_t>(kHeadBytes)));
-  // FindText finds no more than a plain search, and most heads hold no
-  // "UNKNOWN" at all.
-  if (!memmem(sentence, n, "UNKNOWN", 7)) return false;
-  char head[kHeadBytes + 1];
-  std::memcpy(head, sentence, n);
-  head[n] = '\0';
-  return FindText(head, "UNKNOWN", 0, table) != 0;
+  return HeadHasText(sentence, length, "UNKNOWN", table);
 }
 
 int SkipCommas(const char* sentence, int start, int count, FindTextTable& table) {

@@ -1,5 +1,7 @@
 #include "extract/range/observation_decoder.h"
 
+#include "extract/read_number.h"
+
 #include <cstring>
 
 #include "extract/field_cursor.h"
@@ -51,10 +53,10 @@ class SatelliteIndex {
   std::uint32_t mask_ = 0;
 };
 
-// Numbers as FieldCursor reads them, with a short path for the plain
-// decimals that make up nearly all of an observation log: RANGEA is most of
-// a capture's bytes. Anything else (blanks, '+', exponents, hexadecimal,
-// long mantissas) goes the general way, so the values are the same.
+// Numbers as FieldCursor reads them (whose readers take the plain decimals
+// of an observation log on a short path), a hexadecimal status word read
+// directly, and fields skipped eight bytes at a time: RANGEA is most of a
+// capture's bytes.
 class ChannelCursor {
  public:
   // `end` bounds the look-ahead of the field skips; reads never pass it.
@@ -96,22 +98,11 @@ class ChannelCursor {
   }
   ChannelCursor& Decimal(int& out) {
     if (!ok_) return *this;
-    const char* p = at_;
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    int digits = 0;
-    long value = 0;
-    for (; *p >= '0' && *p <= '9' && digits <= kMaxIntDigits; ++p, ++digits)
-      value = value * 10 + (*p - '0');
-    if (digits == 0 || digits > kMaxIntDigits)
-      return General([&] {
-        FieldCursor c(at_);
-        c.Decimal(out);
-        return c;
-      });
-    out = static_cast<int>(negative ? -value : value);
-    at_ = p;
-    return *this;
+    return General([&] {
+      FieldCursor c(at_);
+      c.Decimal(out);
+      return c;
+    });
   }
   ChannelCursor& Hex(std::uint32_t& out) {
     if (!ok_) return *this;
@@ -137,44 +128,17 @@ class ChannelCursor {
     at_ = p;
     return *this;
   }
+  // "%lf", through the extraction's one exact reader.
   ChannelCursor& Double(double& out) {
     if (!ok_) return *this;
-    const char* p = at_;
-    const bool negative = *p == '-';
-    if (negative) ++p;
-    std::uint64_t mantissa = 0;
-    int digits = 0;
-    int fraction = 0;
-    for (; *p >= '0' && *p <= '9'; ++p, ++digits)
-      mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
-    if (*p == '.') {
-      for (++p; *p >= '0' && *p <= '9'; ++p, ++digits, ++fraction)
-        mantissa = mantissa * 10 + static_cast<std::uint64_t>(*p - '0');
-    }
-    // Exact mantissa and power of ten: one correctly rounded division, as
-    // strtod rounds.
-    if (digits == 0 || digits > kMaxExactDigits || fraction > kMaxExactPower || *p == 'e' ||
-        *p == 'E' || *p == 'x' || *p == 'X') {
-      return General([&] {
-        FieldCursor c(at_);
-        c.Double(out);
-        return c;
-      });
-    }
-    const double value = static_cast<double>(mantissa) / kPowersOfTen[fraction];
-    out = negative ? -value : value;
-    at_ = p;
+    const char* end = ReadDouble(at_, &out);
+    ok_ = end != at_;
+    at_ = end;
     return *this;
   }
 
  private:
-  static constexpr int kMaxIntDigits = 9;
   static constexpr int kMaxHexDigits = 8;
-  static constexpr int kMaxExactDigits = 15;  // below 2^53
-  static constexpr int kMaxExactPower = 22;   // 10^22 is the last exact power
-  static constexpr double kPowersOfTen[kMaxExactPower + 1] = {
-      1e0,  1e1,  1e2,  1e3,  1e4,  1e5,  1e6,  1e7,  1e8,  1e9,  1e10, 1e11,
-      1e12, 1e13, 1e14, 1e15, 1e16, 1e17, 1e18, 1e19, 1e20, 1e21, 1e22};
 
   static int HexDigit(char c) {
     if (c >= '0' && c <= '9') return c - '0';
