@@ -20,10 +20,7 @@ using testing::TempFolder;
 using testing::WriteBytes;
 using Words = std::vector<std::string>;
 
-std::string Canonical(const std::string& path) {
-  char resolved[PATH_MAX];
-  return ::realpath(path.c_str(), resolved) != nullptr ? resolved : path;
-}
+using testing::Canonical;
 
 // Launches go through LaunchScript in this process, so the children take
 // their settings from this process's environment.

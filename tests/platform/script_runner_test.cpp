@@ -21,10 +21,7 @@ using testing::TempFolder;
 using testing::WriteBytes;
 using Words = std::vector<std::string>;
 
-std::string Canonical(const std::string& path) {
-  char resolved[PATH_MAX];
-  return ::realpath(path.c_str(), resolved) != nullptr ? resolved : path;
-}
+using testing::Canonical;
 
 TEST(SplitCommandWords, BlanksSeparateAndQuotesGroup) {
   const struct {

@@ -7,6 +7,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 #include <cerrno>
+#include <climits>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -206,6 +207,11 @@ RunResult RunAndCapture(const std::vector<std::string>& argv, const std::string&
                   : WIFSIGNALED(status) ? 128 + WTERMSIG(status)
                                         : -1;
   return result;
+}
+
+std::string Canonical(const std::string& path) {
+  char resolved[PATH_MAX];
+  return ::realpath(path.c_str(), resolved) != nullptr ? resolved : path;
 }
 
 }  // namespace tarnlog::testing

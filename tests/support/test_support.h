@@ -25,6 +25,9 @@ class TempFolder {
   std::string path_;
 };
 
+// The path with links and dots resolved, or as given when it doesn't exist.
+std::string Canonical(const std::string& path);
+
 // The bytes of a file, or "<missing>" when it can't be read.
 std::string FileBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);
@@ -41,11 +44,11 @@ std::string InstallStandin(const std::string& folder, const std::string& name);
 
 // One call of a stand-in tool, as recorded in $TARNLOG_STANDIN_LOG.
 struct StandinCall {
-  std::string name;  // the name it was called under
-  std::string exe;   // the file that ran
-  std::string cwd;   // its working folder
-  std::int64_t startNs = 0;  // CLOCK_MONOTONIC at start
-  std::int64_t endNs = 0;    // CLOCK_MONOTONIC just before it wrote the record
+  std::string name;               // the name it was called under
+  std::string exe;                // the file that ran
+  std::string cwd;                // its working folder
+  std::int64_t startNs = 0;       // CLOCK_MONOTONIC at start
+  std::int64_t endNs = 0;         // CLOCK_MONOTONIC just before it wrote the record
   std::vector<std::string> args;  // the whole argument vector, argv[0] first
 };
 std::vector<StandinCall> ReadStandinLog(const std::string& logPath);
