@@ -57,9 +57,15 @@ class Page {
   const std::vector<Field*>& Fields() const { return fields_; }
   // The first field of this caption (and group, when one is given).
   Field* FindField(std::string_view caption, std::string_view group = {}) const;
+  // The first field of this caption and kind: a caption may name both a
+  // text box and the button beside it ("Set Save Path").
   template <typename T>
   T* Find(std::string_view caption, std::string_view group = {}) const {
-    return dynamic_cast<T*>(FindField(caption, group));
+    for (Field* field : fields_) {
+      if (field->Caption() != caption || (!group.empty() && field->Group() != group)) continue;
+      if (T* typed = dynamic_cast<T*>(field)) return typed;
+    }
+    return nullptr;
   }
 
   const std::string& StartFolder() const { return startFolder_; }

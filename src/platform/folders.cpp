@@ -192,4 +192,9 @@ std::string CurrentFolder() {
   }
 }
 
+std::string AbsolutePath(const std::string& path) {
+  if (path.empty() || path[0] == '/') return path;
+  return CurrentFolder() + "/" + path;
+}
+
 }  // namespace tarnlog

@@ -50,4 +50,9 @@ std::vector<FolderEntry> ListMatching(const std::string& folder, std::string_vie
 // The process's current directory, or empty if it can't be read.
 std::string CurrentFolder();
 
+// A relative path taken from the current directory; an absolute one as it
+// is. Pages name result folders after the folders of their inputs, so an
+// input given as "a.log" must carry the folder it lies in.
+std::string AbsolutePath(const std::string& path);
+
 }  // namespace tarnlog

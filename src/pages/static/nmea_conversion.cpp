@@ -1,0 +1,198 @@
+#include "pages/static/nmea_conversion.h"
+
+#include <cmath>
+#include <cstdlib>
+#include <cstring>
+#include <string_view>
+
+#include "extract/checksums.h"
+#include "platform/files.h"
+#include "platform/paths.h"
+
+namespace tarnlog {
+namespace {
+
+constexpr std::size_t kLineLimit = 1024;
+// GPS time runs ahead of UTC by the leap seconds since 1980 (18 since 2017).
+constexpr double kGpsLeapSeconds = 18.0;
+constexpr double kSecondsPerWeek = 604800.0;
+
+// One sentence's comma fields, counted from the "$" up to the last "*".
+class SentenceFields {
+ public:
+  SentenceFields(std::string_view sentence) : sentence_(sentence) {}
+
+  std::string_view Field(int index) const {
+    std::size_t begin = 0;
+    for (int i = 0; i < index; ++i) {
+      begin = sentence_.find(',', begin);
+      if (begin == std::string_view::npos) return {};
+      ++begin;
+    }
+    std::size_t end = sentence_.find(',', begin);
+    if (end == std::string_view::npos) end = sentence_.size();
+    return sentence_.substr(begin, end - begin);
+  }
+  double Number(int index) const { return std::atof(Terminated(Field(index)).c_str()); }
+  int Integer(int index) const { return std::atoi(Terminated(Field(index)).c_str()); }
+
+ private:
+  static std::string Terminated(std::string_view text) { return std::string(text); }
+  std::string_view sentence_;
+};
+
+// The line up to its last star, when the star lies after the line's start
+// and inside it, and the checksum holds when asked for.
+bool TakeSentence(const char* line, bool nmeaCrc, std::string_view& sentence) {
+  const std::size_t length = std::strlen(line);
+  const char* star = std::strrchr(line, '*');
+  if (!star || star == line) return false;
+  const std::size_t starIndex = static_cast<std::size_t>(star - line);
+  if (nmeaCrc && !VerifyNmeaChecksum(line, length, starIndex)) return false;
+  sentence = std::string_view(line, starIndex);
+  return true;
+}
+
+bool StartsWithAny(const char* line, std::initializer_list<const char*> heads) {
+  for (const char* head : heads) {
+    if (std::strncmp(line, head, std::strlen(head)) == 0) return true;
+  }
+  return false;
+}
+
+// ddmm.mmmm to degrees: whole degrees by division by 100, the rest are
+// minutes. Hemisphere letters are not read.
+double Degrees(double ddmm) {
+  const double whole = std::trunc(ddmm / 100.0);
+  return whole + (ddmm - whole * 100.0) / 60.0;
+}
+
+double TimeOfDay(double hhmmss) {
+  const double hours = std::trunc(hhmmss / 10000.0);
+  const double minutes = std::trunc((hhmmss - hours * 10000.0) / 100.0);
+  return hours * 3600.0 + minutes * 60.0 + (hhmmss - hours * 10000.0 - minutes * 100.0);
+}
+
+// hhmmss.ss to whole tenths, the way both sentences' times are compared.
+long Tenths(double hhmmss) {
+  return static_cast<long>((hhmmss * 100.0 + 5.0) / 10.0);
+}
+
+struct GgaFix {
+  double hhmmss = 0.0;
+  double latitude = 0.0;
+  double longitude = 0.0;
+  double height = 0.0;  // antenna altitude plus geoid separation
+  int satellites = 0;
+  double hdop = 0.0;
+  int quality = 0;
+  int differentialAge = 0;
+};
+
+GgaFix ReadGga(const SentenceFields& fields) {
+  GgaFix fix;
+  fix.hhmmss = fields.Number(1);
+  fix.latitude = Degrees(fields.Number(2));
+  fix.longitude = Degrees(fields.Number(4));
+  fix.quality = fields.Integer(6);
+  fix.satellites = fields.Integer(7);
+  fix.hdop = fields.Number(8);
+  fix.height = fields.Number(9) + fields.Number(11);
+  fix.differentialAge = static_cast<int>(fields.Number(13));
+  return fix;
+}
+
+void WriteRecord(OutFile& out, const GgaFix& fix, int quality, int closingInteger,
+                 double closingSeconds) {
+  out.Printf("%.3f   %-6.9f   %-6.9f   %-5.6f   %3d   %5.3f\t%3d\t%3d", TimeOfDay(fix.hhmmss),
+             fix.latitude, fix.longitude, fix.height, fix.satellites, fix.hdop, quality,
+             fix.differentialAge);
+  out.Printf("    %d   %9.1f \n", closingInteger, closingSeconds);
+}
+
+// Seconds of the GPS week of a ZDA's UTC date and time.
+struct WeekSeconds {
+  int week = 0;
+  double seconds = 0.0;
+};
+
+long DaysFromCivil(long year, int month, int day) {
+  year -= month <= 2 ? 1 : 0;
+  const long era = (year >= 0 ? year : year - 399) / 400;
+  const long yearOfEra = year - era * 400;
+  const long dayOfYear = (153 * (month + (month > 2 ? -3 : 9)) + 2) / 5 + day - 1;
+  const long dayOfEra = yearOfEra * 365 + yearOfEra / 4 - yearOfEra / 100 + dayOfYear;
+  return era * 146097 + dayOfEra - 719468;  // days since 1970-01-01
+}
+
+WeekSeconds ZdaWeekSeconds(const SentenceFields& fields) {
+  const long gpsEpochDays = DaysFromCivil(1980, 1, 6);
+  const long days =
+      DaysFromCivil(fields.Integer(4), fields.Integer(3), fields.Integer(2)) - gpsEpochDays;
+  WeekSeconds result;
+  result.week = static_cast<int>(days / 7);
+  result.seconds =
+      static_cast<double>(days % 7) * 86400.0 + TimeOfDay(fields.Number(1)) + kGpsLeapSeconds;
+  // Past the week's end the seconds are taken back, the week is not raised.
+  if (result.seconds > kSecondsPerWeek) result.seconds -= kSecondsPerWeek;
+  return result;
+}
+
+}  // namespace
+
+std::string ConvertedTablePath(const std::string& logPath) {
+  const PathParts parts = SplitPath(logPath);
+  return parts.drive + parts.folder + parts.name + ".txt";
+}
+
+void ConvertGgaLog(const std::string& logPath, bool nmeaCrc, int dayOfWeek) {
+  InFile in;
+  if (!in.Open(logPath, FileMode::kText)) return;
+  OutFile out;
+  if (!out.Open(ConvertedTablePath(logPath), FileMode::kText)) return;
+  char line[kLineLimit];
+  int heldQuality = 0;
+  while (in.ReadLine(line, sizeof line)) {
+    if (!StartsWithAny(line, {"$GNGGA", "$GPGGA", "$BDGGA"})) continue;
+    std::string_view sentence;
+    if (!TakeSentence(line, nmeaCrc, sentence)) continue;
+    const SentenceFields fields(sentence);
+    const GgaFix fix = ReadGga(fields);
+    if (fix.quality >= 0 && fix.quality <= 5) heldQuality = fix.quality;
+    if (heldQuality <= 0) continue;
+    WriteRecord(out, fix, heldQuality, dayOfWeek, TimeOfDay(fix.hhmmss));
+  }
+}
+
+void ConvertNmeaWithZdaLog(const std::string& logPath, bool nmeaCrc) {
+  InFile in;
+  if (!in.Open(logPath, FileMode::kText)) return;
+  OutFile out;
+  if (!out.Open(ConvertedTablePath(logPath), FileMode::kText)) return;
+  char line[kLineLimit];
+  GgaFix fix;
+  bool positionHeld = false;
+  double zdaTime = 0.0;
+  WeekSeconds gpsTime;
+  while (in.ReadLine(line, sizeof line)) {
+    const bool gga = StartsWithAny(line, {"$GNGGA", "$GPGGA"});
+    const bool zda = StartsWithAny(line, {"$GNZDA", "$GPZDA"});
+    if (!gga && !zda) continue;
+    std::string_view sentence;
+    if (!TakeSentence(line, nmeaCrc, sentence)) continue;
+    const SentenceFields fields(sentence);
+    if (gga) {
+      fix = ReadGga(fields);
+      positionHeld = true;
+    } else {
+      if (!positionHeld) continue;
+      zdaTime = fields.Number(1);
+      gpsTime = ZdaWeekSeconds(fields);
+    }
+    if (fix.quality > 0 && gpsTime.seconds != 0.0 && Tenths(fix.hhmmss) == Tenths(zdaTime)) {
+      WriteRecord(out, fix, fix.quality, gpsTime.week, gpsTime.seconds);
+    }
+  }
+}
+
+}  // namespace tarnlog
