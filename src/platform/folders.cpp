@@ -121,6 +121,29 @@ bool CopyFileReplacing(const std::string& from, const std::string& to) {
   return CopyBytes(from, to, O_TRUNC);
 }
 
+bool CopyFolderTree(const std::string& from, const std::string& to) {
+  struct stat source {};
+  struct stat target {};
+  if (::stat(from.c_str(), &source) != 0 || !S_ISDIR(source.st_mode)) return false;
+  if (::stat(to.c_str(), &target) == 0 && source.st_dev == target.st_dev &&
+      source.st_ino == target.st_ino) {
+    return true;
+  }
+  // Listed before the target is made, so a target inside the source is
+  // not copied into itself.
+  const std::vector<FolderEntry> entries = ListMatching(from, "*");
+  MakeFolder(to);
+  for (const FolderEntry& entry : entries) {
+    const std::string inner = from + "/" + entry.name;
+    if (entry.isFolder) {
+      CopyFolderTree(inner, to + "/" + entry.name);
+    } else {
+      CopyFileReplacing(inner, to + "/" + entry.name);
+    }
+  }
+  return true;
+}
+
 bool MakeFolder(const std::string& path) {
   return ::mkdir(path.c_str(), 0777) == 0;
 }

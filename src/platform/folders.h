@@ -18,6 +18,11 @@ bool CopyFileNoOverwrite(const std::string& from, const std::string& to);
 // The copy keeps the mode bits of `from`.
 bool CopyFileReplacing(const std::string& from, const std::string& to);
 
+// Copies the folder `from` with everything in it into `to`, creating the
+// folders on the way and replacing files already there. Nothing happens
+// when both name the same folder. False when `from` is no folder.
+bool CopyFolderTree(const std::string& from, const std::string& to);
+
 // Creates a folder, result ignored by the callers: it may already exist.
 bool MakeFolder(const std::string& path);
 

@@ -11,7 +11,7 @@
 #include <mutex>
 #include <thread>
 
-#include "frame/varnel_dlg.h"
+#include "pages/start_folder_fixture.h"
 #include "platform/folders.h"
 #include "platform/processes.h"
 #include "platform/recording_host.h"
@@ -32,20 +32,15 @@ std::int64_t NowNs() {
 
 // A start folder with the real values, the report template and a stand-in
 // analyser, and two copies of a real receiver log.
-class StaticPageTest : public ::testing::Test {
+class StaticPageTest : public testing::StartFolderFixture {
  protected:
-  StaticPageTest() : previous_(CurrentFolder()) {
-    MakeFolder(folder_ / "Config");
-    MakeFolder(folder_ / "EXE");
-    testing::WriteBytes(folder_ / "Config/AllRealValue.txt",
-                        "Roof,31.5,121.25,10\r\nPier,30,120,5\r\n");
-    testing::WriteBytes(folder_ / "Config/Static_report.xlsx", "template");
-    testing::InstallStandin(folder_ / "EXE", "llherroRTK_M.exe");
+  StaticPageTest() : StartFolderFixture("Roof,31.5,121.25,10\r\nPier,30,120,5\r\n") {
+    MakeFolder(start_ + "/EXE");
+    testing::WriteBytes(start_ + "/Config/Static_report.xlsx", "template");
+    testing::InstallStandin(start_ + "/EXE", "llherroRTK_M.exe");
     const std::string sample = testing::SourceDir() + "/tests/data/OnceEachAgain.ASC";
-    CopyFileReplacing(sample, folder_ / "a.log");
-    CopyFileReplacing(sample, folder_ / "b.log");
-    EXPECT_EQ(chdir(folder_.Path().c_str()), 0);
-    start_ = CurrentFolder();
+    CopyFileReplacing(sample, start_ + "/a.log");
+    CopyFileReplacing(sample, start_ + "/b.log");
     SetScriptRunnerPath(testing::ScriptRunnerBinary());
     setenv("TARNLOG_STANDIN_LOG", (start_ + "/calls.log").c_str(), 1);
     setenv("TARNLOG_STANDIN_SLEEP_MS", "400", 1);
@@ -55,14 +50,10 @@ class StaticPageTest : public ::testing::Test {
     unsetenv("TARNLOG_STANDIN_SLEEP_MS");
     unsetenv("TARNLOG_STANDIN_CREATE");
     SetScriptRunnerPath("");
-    EXPECT_EQ(chdir(previous_.c_str()), 0);
   }
 
   llherroRTKStatic& Start() {
-    dialog_ = std::make_unique<CVarnelDlg>(
-        CommandLine({"tarnlog"}), [this](std::string_view) -> PageHost& { return host_; }, table_);
-    dialog_->OnInitDialog();
-    llherroRTKStatic& page = *dialog_->staticPage;
+    llherroRTKStatic& page = *StartDialog().staticPage;
     page.SetStamp("101010");
     return page;
   }
@@ -76,13 +67,6 @@ class StaticPageTest : public ::testing::Test {
   std::string Out(const std::string& relative) const {
     return start_ + "//RTKStatic101010/" + relative;
   }
-
-  testing::TempFolder folder_;
-  std::string previous_;
-  std::string start_;
-  RecordingHost host_;
-  RealValueTable table_;
-  std::unique_ptr<CVarnelDlg> dialog_;
 };
 
 TEST_F(StaticPageTest, ProcessOverlapsExtractionWithOneAnalyserAtATime) {
