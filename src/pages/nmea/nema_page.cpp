@@ -135,12 +135,7 @@ void Nema::OpenFiles() {
 void Nema::AddFile(const std::string& path) {
   if (count_ >= static_cast<int>(kNemaSlotCount)) return;
   NemaFileSlot& slot = slots_[count_];
-  const std::string absolute = AbsolutePath(path);
-  const PathParts parts = SplitPath(absolute);
-  slot.path = absolute;
-  slot.folder = parts.drive + parts.folder;
-  slot.name = parts.name;
-  slot.nameWithExtension = parts.name + parts.extension;
+  static_cast<FileSlotPaths&>(slot) = FileSlotPathsOf(path);
   // Successive files of one run get different colours.
   slot.colour = count_ >= 10 ? count_ - 10 : count_;
   color.Select(slot.colour);
@@ -151,7 +146,7 @@ void Nema::AddFile(const std::string& path) {
   files.rows.push_back({std::to_string(count_ + 1), slot.name, kColourTexts[shownColour],
                         DataTypeOfValue(slot.dataType).text, kBoardTexts[slot.board - 1],
                         slot.path});
-  filePath.text = absolute;
+  filePath.text = slot.path;
   ++count_;
 }
 
@@ -301,16 +296,11 @@ void Nema::RunKml() {
 bool Nema::TakeModeWord(const CommandLine& commandLine, std::string_view word) {
   if (word != "kml") return false;
   NemaFileSlot& slot = slots_[0];
-  const std::string absolute = AbsolutePath(commandLine.Arg(1));
-  const PathParts parts = SplitPath(absolute);
-  slot.path = absolute;
-  slot.folder = parts.drive + parts.folder;
-  slot.name = parts.name;
-  slot.nameWithExtension = parts.name + parts.extension;
+  static_cast<FileSlotPaths&>(slot) = FileSlotPathsOf(commandLine.Arg(1));
   slot.dataType = ArgToInt(commandLine.Arg(2));
   slot.colour = ArgToInt(commandLine.Arg(3));
   lineWidth.text = commandLine.Arg(4);
-  filePath.text = absolute;
+  filePath.text = slot.path;
   files.rows = {{"1", slot.name, "", "", "", slot.path}};
   count_ = 1;
   batchFlag = 1;

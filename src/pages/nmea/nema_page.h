@@ -5,17 +5,14 @@
 #include <array>
 #include <string>
 
+#include "frame/file_slot.h"
 #include "frame/page.h"
 
 namespace tarnlog {
 
 inline constexpr std::size_t kNemaSlotCount = 100;
 
-struct NemaFileSlot {
-  std::string path;
-  std::string folder;
-  std::string name;
-  std::string nameWithExtension;
+struct NemaFileSlot : FileSlotPaths {
   int colour = 0;
   int dataType = 1;  // list position plus 1
   int board = 1;     // "Kestrix" 1 ... "SiWeiTuXin" 5

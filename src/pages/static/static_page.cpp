@@ -138,18 +138,12 @@ void llherroRTKStatic::AddFile(const std::string& path) {
     return;
   }
   StaticFileSlot& slot = slots_[count_];
-  const std::string absolute = AbsolutePath(path);
-  const PathParts parts = SplitPath(absolute);
-  slot.path = absolute;
-  slot.folder = parts.drive + parts.folder;
-  slot.name = parts.name;
-  slot.nameWithExtension = parts.name + parts.extension;
-  extension_ = parts.extension;
+  static_cast<FileSlotPaths&>(slot) = FileSlotPathsOf(path, &extension_);
   if (boardType.selected >= 0) slot.board = boardType.selected;
   files.rows.push_back(
       {std::to_string(count_ + 1), slot.name, BoardTextOnAdd(slot.board), slot.path});
   ++count_;
-  lastFilePath_ = absolute;
+  lastFilePath_ = slot.path;
 }
 
 void llherroRTKStatic::OnBoardChanged() {
@@ -186,19 +180,9 @@ void llherroRTKStatic::DeleteOneItem() {
     return;
   }
   // The paths move up; board and process values stay with the slot numbers.
-  for (int i = selected; i + 1 < count_; ++i) {
-    StaticFileSlot& to = slots_[i];
-    const StaticFileSlot& from = slots_[i + 1];
-    to.path = from.path;
-    to.folder = from.folder;
-    to.name = from.name;
-    to.nameWithExtension = from.nameWithExtension;
-  }
-  StaticFileSlot& last = slots_[count_ - 1];
-  last.path.clear();
-  last.folder.clear();
-  last.name.clear();
-  last.nameWithExtension.clear();
+  for (int i = selected; i + 1 < count_; ++i)
+    static_cast<FileSlotPaths&>(slots_[i]) = slots_[i + 1];
+  static_cast<FileSlotPaths&>(slots_[count_ - 1]) = {};
   files.rows.erase(files.rows.begin() + selected);
   files.selected = -1;
   --count_;
@@ -207,13 +191,8 @@ void llherroRTKStatic::DeleteOneItem() {
 void llherroRTKStatic::ClearList(std::size_t slotsCleared) {
   files.rows.clear();
   files.selected = -1;
-  for (std::size_t i = 0; i < slotsCleared && i < slots_.size(); ++i) {
-    StaticFileSlot& slot = slots_[i];
-    slot.path.clear();
-    slot.folder.clear();
-    slot.name.clear();
-    slot.nameWithExtension.clear();
-  }
+  for (std::size_t i = 0; i < slotsCleared && i < slots_.size(); ++i)
+    static_cast<FileSlotPaths&>(slots_[i]) = {};
   lastFilePath_.clear();
   heldRoot_.clear();
   count_ = 0;
@@ -349,31 +328,16 @@ void llherroRTKStatic::CompareEphemeris() {
   MakeFolder(run.resultFolder);
   const std::string separator(1, kPathSeparator);
   for (StaticFileSlot& file : run.files) {
-    file.outputFolder = run.resultFolder + separator + file.name;
-    MakeFolder(file.outputFolder);
+    PrepareOutputFolder(run, file, true);
     CopyFileNoOverwrite(run.analyserPath, file.outputFolder + separator + "llherroRTK_M.exe");
-    WriteRealValueFile(file.outputFolder, run.master, run.slave, true);
-    if (run.copyFiles || file.board == kBoardTrimble || file.board == kBoardNema ||
-        file.board == kBoardGga) {
-      file.copyPath = file.outputFolder + separator + file.name + run.extension;
-      CopyFileNoOverwrite(file.path, file.copyPath);
-    }
   }
 
   // Both receivers are extracted and their analysers run side by side.
   for (std::size_t slot = 0; slot < 2; ++slot) {
     StaticFileSlot& file = run.files[slot];
-    const std::string& input = run.copyFiles ? file.copyPath : file.path;
-    ExtractionArguments arguments =
-        ExtractionArgumentsFor(kProcessEphemeris, file.outputFolder, input);
-    std::vector<char*> argv = ArgvOf(arguments.texts);
-    ExtractMain(arguments.count, argv.data(), run.extraction, SharedExtractionState());
+    ExtractFile(run, file, kProcessEphemeris, SharedExtractionState());
     const std::string script = PlotScriptPath(run, file);
-    WriteWholeFile(script,
-                   PathPart(file.outputFolder, 1) + "\ncd \"" + file.outputFolder +
-                       "\"\nllherroRTK_M.exe \"" + file.outputFolder +
-                       "\" JPG realvalue.txt 5\nexit\n",
-                   FileMode::kText);
+    WriteWholeFile(script, ComparisonPlotScriptText(file), FileMode::kText);
     file.plot = LaunchScript(script);
   }
   WaitChild(run.files[0].plot);

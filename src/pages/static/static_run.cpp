@@ -35,10 +35,7 @@ void ConvertOrExtract(const StaticRun& run, const StaticFileSlot& file, Extracti
     ConvertGgaLog(file.copyPath, run.extraction.nmeaCrc, run.dayOfWeek);
     return;
   }
-  const std::string& input = run.copyFiles ? file.copyPath : file.path;
-  ExtractionArguments arguments = ExtractionArgumentsFor(file.process, file.outputFolder, input);
-  std::vector<char*> argv = ArgvOf(arguments.texts);
-  ExtractMain(arguments.count, argv.data(), run.extraction, state);
+  ExtractFile(run, file, file.process, state);
 }
 
 }  // namespace
@@ -79,6 +76,11 @@ std::string PlotScriptText(const StaticRun& run, const StaticFileSlot& file, int
   return text;
 }
 
+std::string ComparisonPlotScriptText(const StaticFileSlot& file) {
+  return DriveLine(file.outputFolder) + "cd \"" + file.outputFolder + "\"\nllherroRTK_M.exe \"" +
+         file.outputFolder + "\" JPG realvalue.txt 5\nexit\n";
+}
+
 std::string CleanupScriptText(const StaticRun& run, const StaticFileSlot& file) {
   const std::string enterFolder = DriveLine(file.outputFolder) + "cd " + file.outputFolder + "\n";
   // The cd into FIG is relative, and written with the system's backslash.
@@ -117,6 +119,14 @@ ExtractionArguments ExtractionArgumentsFor(int process, const std::string& outpu
   return arguments;
 }
 
+void ExtractFile(const StaticRun& run, const StaticFileSlot& file, int process,
+                 ExtractionState& state) {
+  const std::string& input = run.copyFiles ? file.copyPath : file.path;
+  ExtractionArguments arguments = ExtractionArgumentsFor(process, file.outputFolder, input);
+  std::vector<char*> argv = ArgvOf(arguments.texts);
+  ExtractMain(arguments.count, argv.data(), run.extraction, state);
+}
+
 void WriteRealValueFile(const std::string& folder, const Coordinates& master,
                         const Coordinates& slave, bool ephemerisComparison) {
   OutFile out;
@@ -129,21 +139,24 @@ void WriteRealValueFile(const std::string& folder, const Coordinates& master,
     out.Printf(pattern, set->latitude, set->longitude, set->height);
 }
 
+void PrepareOutputFolder(const StaticRun& run, StaticFileSlot& file, bool ephemerisComparison) {
+  file.outputFolder = run.resultFolder + kSeparator + file.name;
+  MakeFolder(file.outputFolder);
+  WriteRealValueFile(file.outputFolder, run.master, run.slave, ephemerisComparison);
+  if (run.copyFiles || file.board == kBoardTrimble || file.board == kBoardNema ||
+      file.board == kBoardGga) {
+    file.copyPath = file.outputFolder + kSeparator + file.name + run.extension;
+    CopyFileNoOverwrite(file.path, file.copyPath);
+  }
+}
+
 void RunStaticPasses(StaticRun& run, ExtractionState& state) {
   if (run.copyReport) {
     CopyFileReplacing(run.reportTemplatePath, run.resultFolder + kSeparator + "Static_report.xlsx");
   }
 
-  for (StaticFileSlot& file : run.files) {
-    file.outputFolder = run.resultFolder + kSeparator + file.name;
-    MakeFolder(file.outputFolder);
-    WriteRealValueFile(file.outputFolder, run.master, run.slave, false);
-    if (run.copyFiles || file.board == kBoardTrimble || file.board == kBoardNema ||
-        file.board == kBoardGga) {
-      file.copyPath = file.outputFolder + kSeparator + file.name + run.extension;
-      CopyFileNoOverwrite(file.path, file.copyPath);
-    }
-  }
+  for (StaticFileSlot& file : run.files)
+    PrepareOutputFolder(run, file, false);
 
   // One extraction overlaps the analyser of the file before it; waiting on
   // the last started analyser keeps it to one at a time even past a skipped

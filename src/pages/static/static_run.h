@@ -9,6 +9,7 @@
 #include <vector>
 
 #include "extract/extraction_state.h"
+#include "frame/file_slot.h"
 #include "pages/static/real_value_store.h"
 #include "platform/processes.h"
 
@@ -38,11 +39,7 @@ enum StaticProcess {
   kProcessEvent,
 };
 
-struct StaticFileSlot {
-  std::string path;
-  std::string folder;  // drive and folder, with the trailing separator
-  std::string name;    // without extension
-  std::string nameWithExtension;
+struct StaticFileSlot : FileSlotPaths {
   int board = 0;
   int process = 0;
   // Filled by the run.
@@ -94,6 +91,10 @@ std::string PlotScriptText(const StaticRun& run, const StaticFileSlot& file, int
 // The clean-up script's text, with '\n' line ends.
 std::string CleanupScriptText(const StaticRun& run, const StaticFileSlot& file);
 
+// CompareEphema's plot script: the analyser copied into the folder, in
+// ephemeris mode.
+std::string ComparisonPlotScriptText(const StaticFileSlot& file);
+
 // "RTKSPlot<stamp>.bat" and "Del<stamp>.bat" in the file's output folder.
 std::string PlotScriptPath(const StaticRun& run, const StaticFileSlot& file);
 std::string CleanupScriptPath(const StaticRun& run, const StaticFileSlot& file);
@@ -107,10 +108,19 @@ struct ExtractionArguments {
 ExtractionArguments ExtractionArgumentsFor(int process, const std::string& outputFolder,
                                            const std::string& input);
 
+// One ExtractMain run over the file (its copy when "Copy ASCII Files" is
+// set) with the vector of `process`.
+void ExtractFile(const StaticRun& run, const StaticFileSlot& file, int process,
+                 ExtractionState& state);
+
 // "%.11lf,%.11lf,%.6lf\n" for Master and Slave, or nine decimals for the
 // ephemeris comparison; `realvalue.txt` is written in binary mode there only.
 void WriteRealValueFile(const std::string& folder, const Coordinates& master,
                         const Coordinates& slave, bool ephemerisComparison);
+
+// A file's output folder under the result folder, made, with its
+// realvalue.txt and, for a copied log, the copy.
+void PrepareOutputFolder(const StaticRun& run, StaticFileSlot& file, bool ephemerisComparison);
 
 // Steps 5 to 8 of the worker: report template, the three passes over the
 // files, clean-up. Runs on the worker thread.

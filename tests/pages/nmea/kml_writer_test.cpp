@@ -108,6 +108,13 @@ TEST_F(KmlWriterTest, AllThreeWritersGiveWellFormedXml) {
   const std::string kml = FileBytes(folder_ / "a_Mix_PosT.kml");
   WriteBytes(folder_ / "cut.kml", kml.substr(0, kml.find("<Document><name>Tag1")) + "<Docu");
   EXPECT_NE(XmlLint(folder_ / "cut.kml"), 0);
+  // A log named with XML's own marks still gives a well-formed file.
+  const std::string odd = folder_ / "R&D <1>_Mix.log";
+  WriteBytes(odd, std::string(kMixLogHeader) + "\r\n" + kFixedRow);
+  ASSERT_EQ(WriteKml(odd, 0, 1, 2), 1);
+  const std::string oddKml = folder_ / "R&D <1>_Mix_GGA.kml";
+  EXPECT_NE(FileBytes(oddKml).find("<name>R&amp;D &lt;1&gt;_Mix</name>"), std::string::npos);
+  EXPECT_EQ(XmlLint(oddKml), 0);
 }
 
 TEST_F(KmlWriterTest, OneEpochHasNoTrack) {
