@@ -7,7 +7,6 @@
 #include <algorithm>
 #include <cstdio>
 
-#include "extract/checksums.h"
 #include "extract/tables.h"
 #include "platform/folders.h"
 #include "support/test_support.h"
@@ -18,11 +17,8 @@ namespace {
 using testing::FileBytes;
 using testing::TempFolder;
 
-// "#<body>*<crc>\r\n" with the CRC the receiver writes.
 std::string Logged(const std::string& body) {
-  char crc[16];
-  std::snprintf(crc, sizeof crc, "%08x", Crc32Block(body.data(), body.size()));
-  return "#" + body + "*" + crc + "\r\n";
+  return testing::WithAsciiCrc(body);
 }
 
 const std::string kPublicBestPos =

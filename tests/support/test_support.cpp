@@ -1,5 +1,7 @@
 #include "support/test_support.h"
 
+#include "extract/checksums.h"
+
 #include <fcntl.h>
 #include <ftw.h>
 #include <poll.h>
@@ -212,6 +214,20 @@ RunResult RunAndCapture(const std::vector<std::string>& argv, const std::string&
 std::string Canonical(const std::string& path) {
   char resolved[PATH_MAX];
   return ::realpath(path.c_str(), resolved) != nullptr ? resolved : path;
+}
+
+std::string WithAsciiCrc(const std::string& body, char lead, const std::string& tail, bool holds) {
+  char crc[16];
+  std::snprintf(crc, sizeof crc, "%08x",
+                static_cast<unsigned>(Crc32Block(body.data(), body.size()) ^ (holds ? 0u : 1u)));
+  return lead + body + "*" + crc + tail;
+}
+
+std::string WithNmeaChecksum(const std::string& body, const std::string& tail, bool holds) {
+  char sum[8];
+  std::snprintf(sum, sizeof sum, "%02X",
+                static_cast<unsigned>(NmeaXor(body.size(), body.data()) ^ (holds ? 0u : 1u)));
+  return "$" + body + "*" + sum + tail;
 }
 
 }  // namespace tarnlog::testing

@@ -32,6 +32,15 @@ std::string Canonical(const std::string& path);
 std::string FileBytes(const std::string& path);
 void WriteBytes(const std::string& path, const std::string& bytes);
 
+// Sentences as a receiver writes them, for tests that feed the extractors:
+// "<lead><body>*<crc>" with the CRC-32 in "%08x", and "$<body>*<hh>" with
+// the NMEA checksum in capitals, each followed by `tail`. With `holds`
+// false the stored value is spoilt in its lowest bit.
+std::string WithAsciiCrc(const std::string& body, char lead = '#', const std::string& tail = "\r\n",
+                         bool holds = true);
+std::string WithNmeaChecksum(const std::string& body, const std::string& tail = "\r\n",
+                             bool holds = true);
+
 // Where the project's own programs were built.
 std::string StandinBinary();       // tools/standin
 std::string ScriptRunnerBinary();  // tarnlog-script

@@ -1,11 +1,10 @@
 #include "pages/static/nmea_conversion.h"
 
 #include <cmath>
-#include <cstdlib>
 #include <cstring>
-#include <string_view>
 
 #include "extract/checksums.h"
+#include "extract/nmea/nmea_fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
 
@@ -17,40 +16,14 @@ constexpr std::size_t kLineLimit = 1024;
 constexpr double kGpsLeapSeconds = 18.0;
 constexpr double kSecondsPerWeek = 604800.0;
 
-// One sentence's comma fields, counted from the "$" up to the last "*".
-class SentenceFields {
- public:
-  SentenceFields(std::string_view sentence) : sentence_(sentence) {}
-
-  std::string_view Field(int index) const {
-    std::size_t begin = 0;
-    for (int i = 0; i < index; ++i) {
-      begin = sentence_.find(',', begin);
-      if (begin == std::string_view::npos) return {};
-      ++begin;
-    }
-    std::size_t end = sentence_.find(',', begin);
-    if (end == std::string_view::npos) end = sentence_.size();
-    return sentence_.substr(begin, end - begin);
-  }
-  double Number(int index) const { return std::atof(Terminated(Field(index)).c_str()); }
-  int Integer(int index) const { return std::atoi(Terminated(Field(index)).c_str()); }
-
- private:
-  static std::string Terminated(std::string_view text) { return std::string(text); }
-  std::string_view sentence_;
-};
-
-// The line up to its last star, when the star lies after the line's start
-// and inside it, and the checksum holds when asked for.
-bool TakeSentence(const char* line, bool nmeaCrc, std::string_view& sentence) {
-  const std::size_t length = std::strlen(line);
+// The line's fields, when its last star lies after the line's start and
+// inside it, and the checksum holds when asked for.
+bool TakeSentence(const char* line, bool nmeaCrc, NmeaFields& fields) {
   const char* star = std::strrchr(line, '*');
   if (!star || star == line) return false;
   const std::size_t starIndex = static_cast<std::size_t>(star - line);
-  if (nmeaCrc && !VerifyNmeaChecksum(line, length, starIndex)) return false;
-  sentence = std::string_view(line, starIndex);
-  return true;
+  if (nmeaCrc && !VerifyNmeaChecksum(line, std::strlen(line), starIndex)) return false;
+  return fields.Split(line);
 }
 
 bool StartsWithAny(const char* line, std::initializer_list<const char*> heads) {
@@ -89,16 +62,16 @@ struct GgaFix {
   int differentialAge = 0;
 };
 
-GgaFix ReadGga(const SentenceFields& fields) {
+GgaFix ReadGga(const NmeaFields& fields) {
   GgaFix fix;
-  fix.hhmmss = fields.Number(1);
-  fix.latitude = Degrees(fields.Number(2));
-  fix.longitude = Degrees(fields.Number(4));
-  fix.quality = fields.Integer(6);
-  fix.satellites = fields.Integer(7);
-  fix.hdop = fields.Number(8);
-  fix.height = fields.Number(9) + fields.Number(11);
-  fix.differentialAge = static_cast<int>(fields.Number(13));
+  fix.hhmmss = FieldDouble(fields[1]);
+  fix.latitude = Degrees(FieldDouble(fields[2]));
+  fix.longitude = Degrees(FieldDouble(fields[4]));
+  fix.quality = FieldInt(fields[6]);
+  fix.satellites = FieldInt(fields[7]);
+  fix.hdop = FieldDouble(fields[8]);
+  fix.height = FieldDouble(fields[9]) + FieldDouble(fields[11]);
+  fix.differentialAge = static_cast<int>(FieldDouble(fields[13]));
   return fix;
 }
 
@@ -125,14 +98,14 @@ long DaysFromCivil(long year, int month, int day) {
   return era * 146097 + dayOfEra - 719468;  // days since 1970-01-01
 }
 
-WeekSeconds ZdaWeekSeconds(const SentenceFields& fields) {
+WeekSeconds ZdaWeekSeconds(const NmeaFields& fields) {
   const long gpsEpochDays = DaysFromCivil(1980, 1, 6);
   const long days =
-      DaysFromCivil(fields.Integer(4), fields.Integer(3), fields.Integer(2)) - gpsEpochDays;
+      DaysFromCivil(FieldInt(fields[4]), FieldInt(fields[3]), FieldInt(fields[2])) - gpsEpochDays;
   WeekSeconds result;
   result.week = static_cast<int>(days / 7);
   result.seconds =
-      static_cast<double>(days % 7) * 86400.0 + TimeOfDay(fields.Number(1)) + kGpsLeapSeconds;
+      static_cast<double>(days % 7) * 86400.0 + TimeOfDay(FieldDouble(fields[1])) + kGpsLeapSeconds;
   // Past the week's end the seconds are taken back, the week is not raised.
   if (result.seconds > kSecondsPerWeek) result.seconds -= kSecondsPerWeek;
   return result;
@@ -154,9 +127,8 @@ void ConvertGgaLog(const std::string& logPath, bool nmeaCrc, int dayOfWeek) {
   int heldQuality = 0;
   while (in.ReadLine(line, sizeof line)) {
     if (!StartsWithAny(line, {"$GNGGA", "$GPGGA", "$BDGGA"})) continue;
-    std::string_view sentence;
-    if (!TakeSentence(line, nmeaCrc, sentence)) continue;
-    const SentenceFields fields(sentence);
+    NmeaFields fields;
+    if (!TakeSentence(line, nmeaCrc, fields)) continue;
     const GgaFix fix = ReadGga(fields);
     if (fix.quality >= 0 && fix.quality <= 5) heldQuality = fix.quality;
     if (heldQuality <= 0) continue;
@@ -178,15 +150,14 @@ void ConvertNmeaWithZdaLog(const std::string& logPath, bool nmeaCrc) {
     const bool gga = StartsWithAny(line, {"$GNGGA", "$GPGGA"});
     const bool zda = StartsWithAny(line, {"$GNZDA", "$GPZDA"});
     if (!gga && !zda) continue;
-    std::string_view sentence;
-    if (!TakeSentence(line, nmeaCrc, sentence)) continue;
-    const SentenceFields fields(sentence);
+    NmeaFields fields;
+    if (!TakeSentence(line, nmeaCrc, fields)) continue;
     if (gga) {
       fix = ReadGga(fields);
       positionHeld = true;
     } else {
       if (!positionHeld) continue;
-      zdaTime = fields.Number(1);
+      zdaTime = FieldDouble(fields[1]);
       gpsTime = ZdaWeekSeconds(fields);
     }
     if (fix.quality > 0 && gpsTime.seconds != 0.0 && Tenths(fix.hhmmss) == Tenths(zdaTime)) {

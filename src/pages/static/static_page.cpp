@@ -2,7 +2,6 @@
 
 #include <cstdlib>
 
-#include "extract/extract_main.h"
 #include "pages/static/ephemeris_compare.h"
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -27,16 +26,15 @@ constexpr std::string_view kKestrixNeeded = "Please make sure the board type is 
 constexpr std::size_t kSlotsClearedByGenerate = 17;
 constexpr int kLastSatelliteCompared = 196;
 
-// The TYPE column shows the first board's text for the last three boards
-// until the list's selection changes.
-std::string BoardTextOnAdd(int board) {
-  if (board < 0 || board >= static_cast<int>(kBoardTexts.size())) return kBoardTexts[0];
-  return board >= kBoardAdis16465 ? kBoardTexts[0] : kBoardTexts[board];
-}
-
 std::string BoardText(int board) {
   if (board < 0 || board >= static_cast<int>(kBoardTexts.size())) return kBoardTexts[0];
   return kBoardTexts[board];
+}
+
+// The TYPE column shows the first board's text for the last three boards
+// until the list's selection changes.
+std::string BoardTextOnAdd(int board) {
+  return board >= kBoardAdis16465 ? kBoardTexts[0] : BoardText(board);
 }
 
 void ShowCoordinates(CoordinateFields& fields, const Coordinates& values) {

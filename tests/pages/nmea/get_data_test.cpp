@@ -3,20 +3,15 @@
 #include <gtest/gtest.h>
 
 #include <cctype>
-#include <cstdio>
 #include <string>
 
-#include "extract/checksums.h"
 #include "support/test_support.h"
 
 namespace tarnlog {
 namespace {
 
-// "$" + body + "*" + its checksum in capitals.
 std::string Nmea(const std::string& body) {
-  char sum[3];
-  std::snprintf(sum, sizeof sum, "%02X", NmeaXor(body.size(), body.data()));
-  return "$" + body + "*" + sum;
+  return testing::WithNmeaChecksum(body, "");
 }
 
 std::string Gga(const char* talker, const char* time, int quality) {

@@ -2,11 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
 #include <map>
 #include <string>
 
-#include "extract/checksums.h"
 #include "platform/folders.h"
 #include "support/test_support.h"
 
@@ -27,9 +25,7 @@ Parts ReadParts(const std::string& folder) {
 std::string Head(int week, const char* seconds, bool crcHolds = true) {
   const std::string text = "BESTPOSA,COM1,0,55.5,FINESTEERING," + std::to_string(week) + "," +
                            seconds + ",02000000,b1f6,16248;SOL_COMPUTED,SINGLE,31.5,121.2";
-  char crc[9];
-  std::snprintf(crc, sizeof crc, "%08x", Crc32Block(text.data(), text.size()) ^ !crcHolds);
-  return "#" + text + "*" + crc + "\r\n";
+  return testing::WithAsciiCrc(text, '#', "\r\n", crcHolds);
 }
 
 TEST(SplitFieldTest, TakesTheTextBehindTheNthCommaCutToTheTarget) {

@@ -4,12 +4,10 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <cstdio>
 #include <string>
 #include <tuple>
 #include <vector>
 
-#include "extract/checksums.h"
 #include "pages/nmea/mix_lines.h"
 #include "platform/folders.h"
 #include "support/test_support.h"
@@ -21,20 +19,14 @@ using testing::FileBytes;
 using testing::TempFolder;
 using testing::WriteBytes;
 
-// An ASCII log line with its CRC-32, as the receiver ends it.
 std::string Ascii(char lead, const std::string& body, const std::string& tail = "\r\n") {
-  char crc[16];
-  std::snprintf(crc, sizeof crc, "%08x", Crc32Block(body.data(), body.size()));
-  return lead + body + "*" + crc + tail;
+  return testing::WithAsciiCrc(body, lead, tail);
 }
 std::string Ascii(const std::string& body) {
-  return Ascii('#', body);
+  return testing::WithAsciiCrc(body);
 }
-
 std::string Nmea(const std::string& body) {
-  char sum[8];
-  std::snprintf(sum, sizeof sum, "%02X", NmeaXor(body.size(), body.data()));
-  return "$" + body + "*" + sum + "\r\n";
+  return testing::WithNmeaChecksum(body);
 }
 
 std::string BestPos(const std::string& seconds, const std::string& type = "NARROW_INT",

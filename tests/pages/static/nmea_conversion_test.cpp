@@ -2,18 +2,13 @@
 
 #include <gtest/gtest.h>
 
-#include <cstdio>
-
-#include "extract/checksums.h"
 #include "support/test_support.h"
 
 namespace tarnlog {
 namespace {
 
 std::string Nmea(const std::string& body, bool damaged = false) {
-  char sum[4];
-  std::snprintf(sum, sizeof sum, "%02X", NmeaXor(body.size(), body.data()) ^ (damaged ? 1 : 0));
-  return "$" + body + "*" + sum + "\r\n";
+  return testing::WithNmeaChecksum(body, "\r\n", !damaged);
 }
 
 std::string Gga(const char* head, const char* time, int quality) {

@@ -3,19 +3,14 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
-#include <cstdio>
 
-#include "extract/checksums.h"
 #include "support/test_support.h"
 
 namespace tarnlog {
 namespace {
 
 std::string Ascii(const std::string& body) {
-  char crc[16];
-  std::snprintf(crc, sizeof crc, "*%08x\r\n",
-                static_cast<unsigned>(Crc32Block(body.data(), body.size())));
-  return "#" + body + crc;
+  return testing::WithAsciiCrc(body);
 }
 
 std::string Position(const char* message, int seconds, const char* type, const char* lat,
