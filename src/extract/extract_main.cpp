@@ -16,6 +16,7 @@
 #include "extract/extract_options.h"
 #include "extract/open_stream.h"
 #include "extract/scan_sentence.h"
+#include "platform/files.h"
 
 namespace tarnlog {
 namespace {
@@ -213,7 +214,7 @@ int ExtractMain(int argc, char** argv, const ExtractSettings& settings, Extracti
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
 
-  const int fd = ::open(options.capturePath.c_str(), O_RDONLY | O_CLOEXEC);
+  const int fd = OpenRegularFileForReading(options.capturePath);
   if (fd < 0) return 0;
   struct stat info {};
   if (::fstat(fd, &info) != 0) {

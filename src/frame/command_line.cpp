@@ -2,6 +2,8 @@
 
 #include <cstdlib>
 
+#include "platform/saturating.h"
+
 namespace tarnlog {
 
 CommandLine::CommandLine(int argc, const char* const* argv) {
@@ -16,7 +18,7 @@ const std::string& CommandLine::Arg(int i) const {
 }
 
 int ArgToInt(const std::string& text) {
-  return std::atoi(text.c_str());
+  return TextToInt(text);
 }
 
 double ArgToDouble(const std::string& text) {

@@ -42,7 +42,6 @@ ssize_t ReadSome(int fd, char* data, std::size_t size) {
   return got;
 }
 
-
 }  // namespace
 
 // ---- OutFile ----
@@ -160,8 +159,24 @@ bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mo
   return true;
 }
 
+int OpenRegularFileForReading(const std::string& path) {
+  // O_NONBLOCK so that opening a FIFO with no writer returns at once; it is
+  // refused below anyway, and a regular file reads the same either way.
+  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (fd < 0) return -1;
+  struct stat info {};
+  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+    ::close(fd);
+    errno = EINVAL;
+    return -1;
+  }
+  const int flags = ::fcntl(fd, F_GETFL);
+  if (flags >= 0) ::fcntl(fd, F_SETFL, flags & ~O_NONBLOCK);
+  return fd;
+}
+
 bool ReadWholeFile(const std::string& path, std::string& bytes) {
-  const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  const int fd = OpenRegularFileForReading(path);
   if (fd < 0) return false;
   bytes.clear();
   struct stat info {};
@@ -186,7 +201,7 @@ InFile::~InFile() {
 
 bool InFile::Open(const std::string& path, FileMode mode) {
   Close();
-  fd_ = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
+  fd_ = OpenRegularFileForReading(path);
   mode_ = mode;
   if (fd_ < 0) return false;
   buffer_.resize(kBufferSize);

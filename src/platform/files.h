@@ -49,6 +49,11 @@ class OutFile {
   std::vector<char> buffer_;
 };
 
+// Opens a regular file read-only and returns its descriptor, or -1. Anything
+// else (a folder, a FIFO, a device) is refused without blocking: every
+// reader of captures, logs, scripts and configuration opens through here.
+int OpenRegularFileForReading(const std::string& path);
+
 // Writes `bytes` as a whole file; false when it can't be created.
 bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mode);
 // Reads a whole file as it is on disk; false when it can't be opened.

@@ -1,6 +1,7 @@
 #include "platform/files.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 
 #include <algorithm>
 #include <string>
@@ -193,6 +194,24 @@ TEST(InFileTest, TinyBuffersStayInside) {
   EXPECT_STREQ(guard, "ab");
   EXPECT_FALSE(in.ReadLine(guard, 1));
   EXPECT_FALSE(in.ReadLine(guard, 3));
+}
+
+// A FIFO with no writer would block an open for reading for ever; a folder
+// or a device is no file to read either. All are refused at once.
+TEST(InFileTest, OnlyRegularFilesOpen) {
+  TempFolder temp;
+  ASSERT_EQ(::mkfifo((temp / "fifo").c_str(), 0600), 0);
+  WriteBytes(temp / "plain", "x\n");
+  for (const std::string& path : {temp / "fifo", temp.Path(), std::string("/dev/null")}) {
+    SCOPED_TRACE(path);
+    InFile in;
+    EXPECT_FALSE(in.Open(path, FileMode::kText));
+    std::string bytes;
+    EXPECT_FALSE(ReadWholeFile(path, bytes));
+    EXPECT_EQ(OpenRegularFileForReading(path), -1);
+  }
+  InFile in;
+  EXPECT_TRUE(in.Open(temp / "plain", FileMode::kText));
 }
 
 TEST(InFileTest, BulkReads) {
