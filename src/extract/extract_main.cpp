@@ -103,6 +103,14 @@ class ExtractionRun {
     }
   }
 
+  // At the capture's end: a binary frame that the carried tail cuts short
+  // is bad, and what it seemed to cover is scanned. A sentence without its
+  // line end stays unread, as one cut short anywhere else.
+  void Finish() {
+    if (carryLength_ > 0) Scan(carry_.data(), carryLength_, /*endOfCapture=*/true);
+    carryLength_ = 0;
+  }
+
   void Close() {
     if (settings_.perfstatHeaderPending) *settings_.perfstatHeaderPending = true;
     for (OutFile& file : tables_->files)
@@ -125,7 +133,7 @@ class ExtractionRun {
   }
 
   // The sentence loop over `size` bytes; returns how many were used.
-  std::size_t Scan(const char* buffer, std::size_t size) {
+  std::size_t Scan(const char* buffer, std::size_t size, bool endOfCapture = false) {
     const char* cursor = buffer;
     std::size_t remaining = size;
     char* line = sentence_.data();
@@ -134,12 +142,17 @@ class ExtractionRun {
       int kind = 0;
       std::size_t length = 0;
       const char* next = cursor;
-      const int result =
-          ScanSentence(cursor, &remaining, &next, line, kSentenceSize, &length, &kind);
-      if (result == 0) break;
-      const std::size_t copied = static_cast<std::size_t>(next - cursor);
+      const int result = ScanSentence(cursor, &remaining, &next, line, kSentenceSize, &length,
+                                      &kind, endOfCapture);
+      // Ran out: the tail waits for the next block.
+      if (next == cursor) break;
       cursor = next;
-      Accept(line, std::min(copied, kSentenceSize));
+      // A completed sentence of kind 0 is damage (a force-cut run without
+      // line ends, or a sentence with a bad binary frame inside): it is
+      // dropped, and the scan goes on behind it so that nothing valid after
+      // the damage is lost.
+      if (result == kNoSentence) continue;
+      Accept(line, std::min(length, kSentenceSize));
     }
     return static_cast<std::size_t>(cursor - buffer);
   }
@@ -206,6 +219,7 @@ void WalkViews(std::uint64_t fileSize, const ExtractSettings& settings, Extracti
     }
     view(offset, 0);  // release
   }
+  run.Finish();
 }
 
 }  // namespace

@@ -86,16 +86,21 @@ std::uint32_t LoadLe32(const unsigned char* p) {
 }  // namespace
 
 int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursorOut, char* lineOut,
-                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut) {
+                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut,
+                 bool endOfCapture) {
   if (buffer == nullptr || lineOut == nullptr || remaining == nullptr || cursorOut == nullptr ||
       lengthOut == nullptr || kindOut == nullptr) {
     return kScanBadArguments;
   }
   const auto* bytes = reinterpret_cast<const unsigned char*>(buffer);
   const std::size_t count = *remaining;
-  // Below this index ordinary bytes need no look; from it on every ordinary
-  // byte forces a cut.
-  const std::size_t quietEnd = count < kForceCutLength ? count : kForceCutLength;
+  // From this index on every ordinary byte forces a cut. It counts from the
+  // open sentence's start, and from the buffer's start while none is open:
+  // garbage in front of a sentence (a zero-filled hole, a torn line) is then
+  // cut off by itself and never takes the sentence behind it along.
+  std::size_t cutIndex = kForceCutLength;
+  // Below this index ordinary bytes need no look.
+  std::size_t quietEnd = count < cutIndex ? count : cutIndex;
 
   bool isOpen = false;
   std::size_t open = 0;
@@ -120,6 +125,8 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
           open = i;
           passcom = false;
           *kindOut = byte == '$' ? kNmeaSentence : kAsciiLog;
+          cutIndex = open + kForceCutLength;
+          quietEnd = count < cutIndex ? count : cutIndex;
         } else {
           if (!passcom) passcom = HoldsPasscom(buffer + open, i - open);
           if (!passcom) {
@@ -147,13 +154,23 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
           *kindOut = kBinaryFrame;
           const std::size_t available = count - i;
           const std::size_t headerLength = bytes[i + 3];
-          if (available < headerLength || available < kMessageLengthOffset + 2) return kNoSentence;
-          const std::size_t messageLength =
-              bytes[i + kMessageLengthOffset] |
-              static_cast<std::size_t>(bytes[i + kMessageLengthOffset + 1]) << 8;
-          const std::size_t crcEnd = headerLength + messageLength;
-          const std::size_t frameLength = crcEnd + kFrameCrcBytes;
-          if (available < frameLength) return kNoSentence;
+          std::size_t frameLength = 0;
+          std::size_t crcEnd = 0;
+          if (available >= headerLength && available >= kMessageLengthOffset + 2) {
+            const std::size_t messageLength =
+                bytes[i + kMessageLengthOffset] |
+                static_cast<std::size_t>(bytes[i + kMessageLengthOffset + 1]) << 8;
+            crcEnd = headerLength + messageLength;
+            frameLength = crcEnd + kFrameCrcBytes;
+          }
+          if (frameLength == 0 || available < frameLength) {
+            // More bytes may complete the frame; at the capture's end none
+            // will, and the frame is as bad as one that fails its CRC.
+            if (!endOfCapture) return kNoSentence;
+            *kindOut = kNoSentence;
+            ++i;
+            continue;
+          }
           *lengthOut = CopyLine(buffer + i, frameLength, lineOut, lineCapacity);
           if (Crc32Block(bytes + i, crcEnd) == LoadLe32(bytes + i + crcEnd)) {
             *cursorOut = buffer + i + frameLength;
@@ -169,7 +186,7 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
         break;
     }
     // An ordinary byte (or a sync byte that begins no frame).
-    if (i + 1 > kForceCutLength) {
+    if (i >= cutIndex) {
       if (!isOpen) {
         isOpen = true;
         open = 0;

@@ -20,7 +20,8 @@ inline constexpr int kScanBadArguments = -1;
 inline constexpr int kScanSkippedOrCut = -2;
 
 // Bytes without a line end are cut into a sentence once the scan passes this
-// many bytes from the start of the buffer.
+// many bytes from the start of the open sentence, or from the start of the
+// buffer while no sentence is open.
 inline constexpr std::size_t kForceCutLength = 23552;
 
 // Scans from `buffer`, which holds `*remaining` unread bytes.
@@ -32,12 +33,19 @@ inline constexpr std::size_t kForceCutLength = 23552;
 //    completed a sentence, with `*lengthOut` its length, line end included;
 //  - returns 0 when the bytes ran out first: nothing is updated, the caller
 //    keeps the tail for the next block.
-// On every outcome but 0 and -1, `*cursorOut` points behind what was taken
-// and `*remaining` is reduced accordingly. `*kindOut` must be 0 on entry.
+// A completed sentence of kind 0 (a force-cut run, or a sentence that held a
+// binary frame with a bad CRC) also returns 0, but with the cursor moved:
+// callers tell the two apart by the cursor, drop the sentence and scan on.
+// On every outcome but running out and -1, `*cursorOut` points behind what
+// was taken and `*remaining` is reduced accordingly. `*kindOut` must be 0 on
+// entry. With `endOfCapture` no more bytes will follow the buffer, so a
+// binary frame cut short by its end is treated as a frame with a bad CRC and
+// the scan goes on behind its first sync byte.
 // `lineOut` receives a copy of the sentence and a terminating NUL; it must
 // hold `lineCapacity` bytes (a sentence longer than that is cut to fit, and
 // `*lengthOut` is then the length of the copy).
 int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursorOut, char* lineOut,
-                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut);
+                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut,
+                 bool endOfCapture = false);
 
 }  // namespace tarnlog

@@ -130,6 +130,69 @@ TEST_F(ExtractRunTest, SentencesAcrossBlocksAndViewsArriveWhole) {
   }
 }
 
+// Damage in a capture costs only the damaged bytes: whatever lies in front of
+// a run of good sentences, each of them gives its row, wherever the damage
+// falls against the blocks and the views.
+TEST_F(ExtractRunTest, DamageCostsOnlyTheDamagedBytes) {
+  std::string badSync = "\xAA\x44\x12\x1C";
+  const std::string zeros50(50, '\0');
+  // A sync whose header claims a 60,000-byte message: the frame covers the
+  // sentences behind it and fails its CRC.
+  std::string longFrame = badSync + std::string(24, '\0');
+  longFrame[8] = '\x60';
+  longFrame[9] = '\xEA';
+  std::string noLineEnds(40000, '\0');
+  for (std::size_t i = 0; i < noLineEnds.size(); ++i)
+    noLineEnds[i] = static_cast<char>('&' + i % 80);  // no '#', '$', '%', CR, LF or 0xAA
+  struct Damage {
+    const char* what;
+    std::string bytes;
+  };
+  const std::vector<Damage> damages = {
+      {"bad sync inside an open sentence", "#JUNK," + badSync + zeros50 + "\r\n"},
+      {"zero-filled hole at the limit", std::string(23553, '\0')},
+      {"zero-filled hole just short of the limit", std::string(23400, '\0')},
+      {"zero-filled hole over several blocks", std::string(500000, '\0')},
+      {"garbage without line ends", noLineEnds},
+      {"torn sentence before a hole", "#BESTPOSA,COM1,0,7" + std::string(30000, '\0')},
+      {"sync claiming a long frame", longFrame},
+  };
+  std::string after;
+  int afterCount = 0;
+  for (; after.size() < 450000; ++afterCount)
+    after += BestPosAt(1000 + afterCount);
+  // Offsets of the damage: the start, across the first block end, across a
+  // 64 KiB view end, and across the carry buffer's size.
+  for (const std::size_t offset : {0u, 204700u, 65530u, 409590u}) {
+    std::string before;
+    int beforeCount = 0;
+    for (; before.size() + 230 < offset; ++beforeCount)
+      before += BestPosAt(beforeCount);
+    for (const Damage& damage : damages) {
+      SCOPED_TRACE(std::string(damage.what) + " at " + std::to_string(offset));
+      const std::string capture = before + damage.bytes + after;
+      const auto rows = [&] {
+        const std::string table = Table("bestpos.txt");
+        return std::count(table.begin(), table.end(), '\n');
+      };
+      RunFile(capture, {"-BP"});
+      EXPECT_EQ(rows(), beforeCount + afterCount);
+      for (std::size_t view : {4096u, 65536u}) {
+        ExtractSettings small;
+        small.viewSize = view;
+        RunMemory(capture, {"-BP"}, small);
+        EXPECT_EQ(rows(), beforeCount + afterCount) << "views of " << view;
+      }
+    }
+  }
+  // At the capture's end a sync whose frame would reach past it hides
+  // nothing behind it either.
+  const std::string tail = BestPosAt(7) + BestPosAt(8);
+  RunFile(after + longFrame + tail, {"-BP"});
+  const std::string table = Table("bestpos.txt");
+  EXPECT_EQ(std::count(table.begin(), table.end(), '\n'), afterCount + 2);
+}
+
 TEST_F(ExtractRunTest, CombinedLogIsSplitIntoLongHeaderSentences) {
   const std::string bestNav = Logged(
       "BESTNAVA,83,GPS,FINE,2163,329760000,0,0,18,12;SOL_COMPUTED,NARROW_INT,51.15043874397,"

@@ -154,9 +154,11 @@ TEST(ScanSentenceTest, ForceCutAtTheLimit) {
       // No sentence: the run is cut from the buffer's start, kind 0.
       {x.substr(0, 23553), 0, 0, 23553},
       {x.substr(0, 30000), 0, 0, 23553},
-      // The limit counts from the buffer, not from the sentence.
+      // An open sentence is cut 23,553 bytes from its own start, so bytes
+      // in front of it never shorten it.
       {"#" + x.substr(0, 30000), 2, 0, 23553},
-      {x.substr(0, 100) + "$" + x.substr(0, 30000), 1, 100, 23553},
+      {x.substr(0, 100) + "$" + x.substr(0, 30000), 1, 100, 100 + 23553},
+      {x.substr(0, 23552) + "#" + x.substr(0, 30000), 2, 23552, 23552 + 23553},
       // A line end on the limit's byte still ends the line.
       {"#" + x.substr(0, 23551) + "\r\n", 2, 0, 23554},
   };
@@ -232,13 +234,38 @@ TEST(ScanSentenceTest, BadBinaryFrameIsSearchedByteByByte) {
   EXPECT_EQ(next.result, 2);
   EXPECT_EQ(next.line, "#A\r\n");
 
-  // A bad frame inside an open sentence leaves its kind at 0.
+  // A bad frame inside an open sentence leaves its kind at 0, and the
+  // sentence is taken all the same: the cursor tells it from running out.
   const std::string open = "#A," + bad + "\r\n";
-  const Scan cut = ScanOnce(open);
+  const Scan cut = ScanOnce(open + "#B\r\n");
   EXPECT_EQ(cut.result, 0);
   EXPECT_EQ(cut.kind, 0);
   EXPECT_EQ(cut.line, open);
-  EXPECT_EQ(cut.remaining, 0u);
+  EXPECT_EQ(cut.cursor, open.size());
+  EXPECT_EQ(cut.remaining, 4u);
+}
+
+TEST(ScanSentenceTest, FrameCutShortByTheCaptureEndIsBad) {
+  // A sync whose frame would reach past the capture's end is searched
+  // through like a bad frame, so the sentences it seemed to cover are read.
+  std::string frame = BinaryFrame(std::string(2000, 'p'));
+  frame.resize(100);
+  const std::string bytes = frame + "\r\n#A\r\n";
+  std::vector<char> line(kCallerLine);
+  std::vector<std::string> lines;
+  const char* cursor = bytes.data();
+  std::size_t remaining = bytes.size();
+  EXPECT_EQ(ScanOnce(bytes).result, 0);  // waits while more may come
+  while (remaining > 0) {
+    std::size_t length = 0;
+    int kind = 0;
+    const char* next = cursor;
+    ScanSentence(cursor, &remaining, &next, line.data(), line.size(), &length, &kind, true);
+    if (next == cursor) break;
+    cursor = next;
+    if (kind == 2) lines.emplace_back(line.data(), length);
+  }
+  EXPECT_EQ(lines, std::vector<std::string>{"#A\r\n"});
 }
 
 // A driver's loop: blocks of `blockSize` bytes, the unused tail carried in
