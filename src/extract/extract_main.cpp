@@ -59,6 +59,8 @@ class ExtractionRun {
 
   void OpenTables() {
     InFile input;
+    // Only the complaint comes of this open; the capture is read through
+    // the mapping.
     OpenStream(0, options_.capturePath, input);
     // The tables the first options name open first, as the system does.
     for (TableId id :
@@ -69,8 +71,10 @@ class ExtractionRun {
     if (!settings_.realValueMode) {
       for (std::size_t k = 0; k < kDefaultTableNames.size(); ++k) {
         const auto id = static_cast<TableId>(static_cast<std::size_t>(kFirstDefaultTable) + k);
-        OpenStream(1, TablePath(options_.outputFolder, std::string(kDefaultTableNames[k])),
-                   (*tables_)[id]);
+        if (!OpenStream(1, TablePath(options_.outputFolder, std::string(kDefaultTableNames[k])),
+                        (*tables_)[id])) {
+          ++unwritableTables_;
+        }
       }
     }
     for (TableId id : options_.optionOrder) {
@@ -113,14 +117,21 @@ class ExtractionRun {
 
   void Close() {
     if (settings_.perfstatHeaderPending) *settings_.perfstatHeaderPending = true;
-    for (OutFile& file : tables_->files)
+    for (OutFile& file : tables_->files) {
       file.Close();
+      if (file.WriteFailed()) ++unwritableTables_;
+    }
   }
+
+  // Tables that could not be opened, or not written whole.
+  int UnwritableTables() const { return unwritableTables_; }
 
  private:
   void Open(TableId id) {
     const std::string& path = options_.PathOf(id);
-    if (options_.Wants(id) && !path.empty()) OpenStream(1, path, (*tables_)[id]);
+    if (options_.Wants(id) && !path.empty() && !OpenStream(1, path, (*tables_)[id])) {
+      ++unwritableTables_;
+    }
   }
 
   void CarryTail(const char* tail, std::size_t length) {
@@ -183,6 +194,7 @@ class ExtractionRun {
   std::vector<char> carry_;
   std::size_t carryLength_ = 0;
   std::vector<char> sentence_;
+  int unwritableTables_ = 0;
 };
 
 // Parses, reports the two process endings, and opens the tables.
@@ -204,58 +216,74 @@ std::unique_ptr<ExtractionRun> BeginRun(int argc, char** argv, const ExtractSett
   return run;
 }
 
-// Walks a capture in views and blocks as the mapped file is walked.
+// Walks a capture in views and blocks as the mapped file is walked; false
+// when a view could not be had.
 template <typename ViewSource>
-void WalkViews(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
+bool WalkViews(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
                ViewSource&& view) {
   const std::size_t viewSize = settings.viewSize ? settings.viewSize : kViewSize;
   for (std::uint64_t offset = 0; offset < fileSize; offset += viewSize) {
     const std::size_t length =
         static_cast<std::size_t>(std::min<std::uint64_t>(viewSize, fileSize - offset));
     const char* bytes = view(offset, length);
-    if (!bytes) return;
+    if (!bytes) return false;
     for (std::size_t block = 0; block < length; block += kBlockSize) {
       run.Feed(bytes + block, std::min(kBlockSize, length - block));
     }
     view(offset, 0);  // release
   }
   run.Finish();
+  return true;
 }
 
 }  // namespace
 
-int ExtractMain(int argc, char** argv, const ExtractSettings& settings, ExtractionState& state) {
+ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& settings,
+                             ExtractionState& state) {
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
-
+  ExtractOutcome outcome;
+  // Left unclosed on these two failures, as the system leaves them; the
+  // tables come out empty either way.
   const int fd = OpenRegularFileForReading(options.capturePath);
-  if (fd < 0) return 0;
+  if (fd < 0) {
+    outcome.unwritableTables = run->UnwritableTables();
+    return outcome;
+  }
   struct stat info {};
   if (::fstat(fd, &info) != 0) {
     ::close(fd);
-    return 0;
+    outcome.unwritableTables = run->UnwritableTables();
+    return outcome;
   }
   const auto fileSize = static_cast<std::uint64_t>(info.st_size);
   void* mapped = nullptr;
   std::size_t mappedLength = 0;
-  WalkViews(fileSize, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
-    if (mapped) {
-      ::munmap(mapped, mappedLength);
-      mapped = nullptr;
-    }
-    if (length == 0) return nullptr;
-    mapped = ::mmap(nullptr, length, PROT_READ, MAP_PRIVATE, fd, static_cast<off_t>(offset));
-    if (mapped == MAP_FAILED) {
-      mapped = nullptr;
-      return nullptr;
-    }
-    mappedLength = length;
-    ::madvise(mapped, length, MADV_SEQUENTIAL | MADV_WILLNEED);
-    return static_cast<const char*>(mapped);
-  });
+  outcome.captureRead = WalkViews(
+      fileSize, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
+        if (mapped) {
+          ::munmap(mapped, mappedLength);
+          mapped = nullptr;
+        }
+        if (length == 0) return nullptr;
+        mapped = ::mmap(nullptr, length, PROT_READ, MAP_PRIVATE, fd, static_cast<off_t>(offset));
+        if (mapped == MAP_FAILED) {
+          mapped = nullptr;
+          return nullptr;
+        }
+        mappedLength = length;
+        ::madvise(mapped, length, MADV_SEQUENTIAL | MADV_WILLNEED);
+        return static_cast<const char*>(mapped);
+      });
   if (mapped) ::munmap(mapped, mappedLength);
   ::close(fd);
   run->Close();
+  outcome.unwritableTables = run->UnwritableTables();
+  return outcome;
+}
+
+int ExtractMain(int argc, char** argv, const ExtractSettings& settings, ExtractionState& state) {
+  RunExtraction(argc, argv, settings, state);
   return 0;
 }
 

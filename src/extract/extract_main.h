@@ -20,6 +20,17 @@ namespace tarnlog {
 // settings the Static page lends.
 int ExtractMain(int argc, char** argv, const ExtractSettings& settings, ExtractionState& state);
 
+// What a run could not do. The pages learn nothing from a run; the
+// project's own command ends with a failure status on either.
+struct ExtractOutcome {
+  bool captureRead = false;  // the capture was opened and read to its end
+  int unwritableTables = 0;  // tables that could not be opened or written whole
+};
+
+// ExtractMain with its outcome.
+ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& settings,
+                             ExtractionState& state);
+
 // The same sentence loop and dispatch over bytes already in memory, fed in
 // blocks as the mapped views are (for the fuzzer and the tests).
 int ExtractFromMemory(int argc, char** argv, const char* bytes, std::size_t size,

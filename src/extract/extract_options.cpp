@@ -144,11 +144,15 @@ void Name(ExtractOptions& options, TableId table, const std::string& path) {
   options.paths[index] = path;
 }
 
-void Apply(ExtractOptions& options, const OptionRow& row, char** argv, int i) {
+void Apply(ExtractOptions& options, const OptionRow& row, int argc, char** argv, int i) {
   options.outputCount += row.outputs;
   for (int k = 0; k < row.values; ++k) {
-    const char* value = argv[i + 1 + k];
-    if (value != nullptr) Name(options, row.tables[k], TablePath(options.outputFolder, value));
+    // Values are read one past argc, where the Static page's full vector
+    // keeps the value of its last option, but never further: a command
+    // line's vector ends there with its null.
+    const int at = i + 1 + k;
+    if (at > argc || argv[at] == nullptr) break;
+    Name(options, row.tables[k], TablePath(options.outputFolder, argv[at]));
   }
   if (row.fixedName) Name(options, row.tables[0], TablePath(options.outputFolder, row.fixedName));
   for (const Companion& companion : row.companions) {
@@ -176,7 +180,7 @@ ExtractOptions ParseExtractOptions(int argc, char** argv) {
     if (!HasTwoLetterOptions(first)) {
       const OptionRow* row = FindOption(first, second);
       if (row) {
-        Apply(options, *row, argv, i);
+        Apply(options, *row, argc, argv, i);
       } else {
         CommandError();
       }
@@ -184,13 +188,13 @@ ExtractOptions ParseExtractOptions(int argc, char** argv) {
     }
     const OptionRow* row = FindOption(first, second);
     if (row) {
-      Apply(options, *row, argv, i);
+      Apply(options, *row, argc, argv, i);
     } else if (first == 'E' || first == 'G' || first == 'K' || first == 'P') {
       CommandError();
     }
     // The K branch runs on into the Z branch: -KA also acts as -ZA.
     if (first == 'K') {
-      if (const OptionRow* z = FindOption('Z', second)) Apply(options, *z, argv, i);
+      if (const OptionRow* z = FindOption('Z', second)) Apply(options, *z, argc, argv, i);
     }
   }
   for (const OptionRow& row : kOptions) {

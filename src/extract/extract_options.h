@@ -26,9 +26,10 @@ struct ExtractOptions {
 };
 
 // Parses argv[3] on. Arguments that don't begin with '-' are skipped; an
-// option's values are read from the following positions without testing
-// them against argc (the full vector's last value lies one past it), and a
-// null there leaves the table unnamed. Unknown options print
+// option's values are read from the following positions up to argv[argc]
+// (the full vector's last value lies one past argc, where a command line has
+// its null), and a null there leaves the table and those after it unnamed.
+// `argv` must hold argc + 1 entries. Unknown options print
 // "*****command error\n" where the system does, and parsing goes on.
 ExtractOptions ParseExtractOptions(int argc, char** argv);
 

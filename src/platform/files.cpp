@@ -22,16 +22,19 @@ constexpr std::size_t kBufferSize = 64 * 1024;
 // Most formatted rows fit here; longer ones go through the heap.
 constexpr std::size_t kStackFormatSize = 4096;
 
-void WriteAll(int fd, const char* data, std::size_t size) {
+// False when not every byte got through (disk full or the like): the file
+// keeps what did.
+bool WriteAll(int fd, const char* data, std::size_t size) {
   while (size > 0) {
     const ssize_t written = ::write(fd, data, size);
     if (written < 0) {
       if (errno == EINTR) continue;
-      return;  // disk full or the like: the file keeps what got through
+      return false;
     }
     data += written;
     size -= static_cast<std::size_t>(written);
   }
+  return true;
 }
 
 ssize_t ReadSome(int fd, char* data, std::size_t size) {
@@ -51,7 +54,10 @@ OutFile::~OutFile() {
 }
 
 OutFile::OutFile(OutFile&& other) noexcept
-    : fd_(std::exchange(other.fd_, -1)), mode_(other.mode_), buffer_(std::move(other.buffer_)) {
+    : fd_(std::exchange(other.fd_, -1)),
+      mode_(other.mode_),
+      writeFailed_(other.writeFailed_),
+      buffer_(std::move(other.buffer_)) {
   other.buffer_.clear();
 }
 
@@ -60,6 +66,7 @@ OutFile& OutFile::operator=(OutFile&& other) noexcept {
     Close();
     fd_ = std::exchange(other.fd_, -1);
     mode_ = other.mode_;
+    writeFailed_ = other.writeFailed_;
     buffer_ = std::move(other.buffer_);
     other.buffer_.clear();
   }
@@ -71,6 +78,7 @@ bool OutFile::Open(const std::string& path, FileMode mode, bool append) {
   const int flags = O_WRONLY | O_CREAT | O_CLOEXEC | (append ? O_APPEND : O_TRUNC);
   fd_ = ::open(path.c_str(), flags, 0666);
   mode_ = mode;
+  writeFailed_ = false;
   buffer_.clear();
   if (fd_ < 0) return false;
   buffer_.reserve(kBufferSize);
@@ -86,7 +94,7 @@ void OutFile::Close() {
 
 void OutFile::Flush() {
   if (fd_ < 0 || buffer_.empty()) return;
-  WriteAll(fd_, buffer_.data(), buffer_.size());
+  if (!WriteAll(fd_, buffer_.data(), buffer_.size())) writeFailed_ = true;
   buffer_.clear();
 }
 
@@ -94,7 +102,7 @@ void OutFile::Raw(const char* data, std::size_t size) {
   if (buffer_.size() + size > kBufferSize) {
     Flush();
     if (size >= kBufferSize) {
-      WriteAll(fd_, data, size);
+      if (!WriteAll(fd_, data, size)) writeFailed_ = true;
       return;
     }
   }
@@ -156,7 +164,7 @@ bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mo
   if (!file.Open(path, mode)) return false;
   file.Write(bytes);
   file.Close();
-  return true;
+  return !file.WriteFailed();
 }
 
 int OpenRegularFileForReading(const std::string& path) {

@@ -40,12 +40,16 @@ class OutFile {
   void VPrintf(const char* format, va_list args);
   // Pushes the buffer to the file (an interrupted run then leaves a prefix).
   void Flush();
+  // Whether some bytes could not be written (disk full or the like) since
+  // the last Open; still answers after Close, which flushes.
+  bool WriteFailed() const { return writeFailed_; }
 
  private:
   void Raw(const char* data, std::size_t size);
 
   int fd_ = -1;
   FileMode mode_ = FileMode::kText;
+  bool writeFailed_ = false;
   std::vector<char> buffer_;
 };
 
@@ -54,7 +58,8 @@ class OutFile {
 // reader of captures, logs, scripts and configuration opens through here.
 int OpenRegularFileForReading(const std::string& path);
 
-// Writes `bytes` as a whole file; false when it can't be created.
+// Writes `bytes` as a whole file; false when it can't be created or not
+// every byte could be written.
 bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mode);
 // Reads a whole file as it is on disk; false when it can't be opened.
 bool ReadWholeFile(const std::string& path, std::string& bytes);

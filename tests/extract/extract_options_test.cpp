@@ -123,5 +123,27 @@ TEST(ExtractOptionsTest, EventValueIsIgnoredAndMissingValueNamesNothing) {
   EXPECT_FALSE(last.options.Wants(TableId::kGga));
 }
 
+// A process's argument vector is followed by its environment: an option
+// given last never reads past the null that ends the vector.
+TEST(ExtractOptionsTest, ValuesAreNeverReadPastTheVectorsEnd) {
+  std::string texts[] = {"out", "-i", "cap.log", "-1", "HOME=/root", "only.txt"};
+  for (int valuesGiven : {0, 1}) {
+    SCOPED_TRACE(valuesGiven);
+    // "-1" with its first value at argv[argc] (one past, as the full vector
+    // keeps it) or at the null; the environment string lies behind.
+    char* argv[] = {texts[0].data(),
+                    texts[1].data(),
+                    texts[2].data(),
+                    texts[3].data(),
+                    valuesGiven ? texts[5].data() : nullptr,
+                    texts[4].data(),
+                    nullptr};
+    const ExtractOptions options = ParseExtractOptions(4, argv);
+    EXPECT_EQ(options.outputCount, 2);
+    EXPECT_EQ(options.Wants(TableId::kRange), valuesGiven == 1);
+    EXPECT_FALSE(options.Wants(TableId::kFreqList));
+  }
+}
+
 }  // namespace
 }  // namespace tarnlog

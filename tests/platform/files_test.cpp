@@ -107,6 +107,24 @@ TEST(OutFileTest, UnopenableFileIgnoresWrites) {
   EXPECT_FALSE(ReadWholeFile(temp / "missing", bytes));
 }
 
+TEST(OutFileTest, FailedWritesAreToldAfterClose) {
+  // /dev/full takes the open and refuses every byte, as a full disk does.
+  for (const std::size_t size : {std::size_t{10}, std::size_t{200000}}) {
+    OutFile out;
+    ASSERT_TRUE(out.Open("/dev/full", FileMode::kBinary));
+    out.Write(std::string(size, 'x'));
+    out.Close();
+    EXPECT_TRUE(out.WriteFailed()) << size;
+    EXPECT_FALSE(WriteWholeFile("/dev/full", std::string(size, 'x'), FileMode::kBinary));
+  }
+  TempFolder temp;
+  OutFile good;
+  ASSERT_TRUE(good.Open(temp / "f", FileMode::kText));
+  good.Write("x\n");
+  good.Close();
+  EXPECT_FALSE(good.WriteFailed());
+}
+
 std::vector<std::string> Lines(const std::string& path, FileMode mode, std::size_t size) {
   InFile in;
   EXPECT_TRUE(in.Open(path, mode));
