@@ -211,12 +211,16 @@ TEST(ParseScriptLine, CommandsArgumentsAndRefusalsFromTheTextAlone) {
 }
 
 // Names in the test folder as a line writes them: {t} the folder, {T} the
-// same with backslashes, {s} the script's folder.
+// same with backslashes, {s} the script's folder; and {outside}, the reason
+// a line reaching out of its tree is refused.
 std::string Fill(std::string text, const TempFolder& dir) {
   std::string backslashed = dir.Path();
   std::replace(backslashed.begin(), backslashed.end(), '/', '\\');
   const std::pair<std::string, std::string> names[] = {
-      {"{t}", dir.Path()}, {"{T}", backslashed}, {"{s}", dir / "tree/sub"}};
+      {"{t}", dir.Path()},
+      {"{T}", backslashed},
+      {"{s}", dir / "tree/sub"},
+      {"{outside}", "outside the script's folder tree, line refused"}};
   for (const auto& [key, value] : names) {
     for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at))
       text.replace(at, key.size(), value);
@@ -241,30 +245,21 @@ TEST(ScriptRunnerConfinement, NothingOutsideTheScriptsTreeIsTouched) {
     bool wentOn;
     bool ownKept;
   } cases[] = {
-      {"del ..\\*", "del: ..\\*: outside the script's folder tree, line refused", true, true},
-      {"del ..\\..\\v.txt", "del: ..\\..\\v.txt: outside the script's folder tree, line refused",
-       true, true},
-      {"Del own.txt ..\\v.txt", "del: ..\\v.txt: outside the script's folder tree, line refused",
-       true, true},
+      {"del ..\\*", "del: ..\\*: {outside}", true, true},
+      {"del ..\\..\\v.txt", "del: ..\\..\\v.txt: {outside}", true, true},
+      {"Del own.txt ..\\v.txt", "del: ..\\v.txt: {outside}", true, true},
       {"del C:{T}\\v.txt", "del: C:{T}\\v.txt: a drive-rooted path is refused", true, true},
       {"del c:{t}/v.txt", "del: c:{t}/v.txt: a drive-rooted path is refused", true, true},
       {"del {T}\\tree\\v.txt", "del: {T}\\tree\\v.txt: a drive-rooted path is refused", true, true},
       {"cd\\", "cd\\: the root folder of a drive is refused", true, true},
-      {"cd ..\\..\r\ndel v.txt", "del: v.txt: outside the script's folder tree, line refused", true,
-       true},
-      {"del out\\v.txt", "del: out\\v.txt: outside the script's folder tree, line refused", true,
-       true},
-      {"copy own.txt out", "copy: out: outside the script's folder tree, line refused", true, true},
-      {"copy own.txt out\\new.txt",
-       "copy: out\\new.txt: outside the script's folder tree, line refused", true, true},
-      {"copy own.txt lnk.txt", "copy: lnk.txt: outside the script's folder tree, line refused",
-       true, true},
-      {"move ..\\v.txt got.txt", "move: ..\\v.txt: outside the script's folder tree, line refused",
-       true, true},
-      {"move own.txt ..\\..\\", "move: ..\\..\\: outside the script's folder tree, line refused",
-       true, true},
-      {"copy ..\\v.txt mine.txt", "copy: ..\\v.txt: outside the script's folder tree, line refused",
-       true, true},
+      {"cd ..\\..\r\ndel v.txt", "del: v.txt: {outside}", true, true},
+      {"del out\\v.txt", "del: out\\v.txt: {outside}", true, true},
+      {"copy own.txt out", "copy: out: {outside}", true, true},
+      {"copy own.txt out\\new.txt", "copy: out\\new.txt: {outside}", true, true},
+      {"copy own.txt lnk.txt", "copy: lnk.txt: {outside}", true, true},
+      {"move ..\\v.txt got.txt", "move: ..\\v.txt: {outside}", true, true},
+      {"move own.txt ..\\..\\", "move: ..\\..\\: {outside}", true, true},
+      {"copy ..\\v.txt mine.txt", "copy: ..\\v.txt: {outside}", true, true},
       {"cd missing\r\ndel own.txt", "cd: missing: no such folder, the script stops", false, true},
       // Inside the tree everything still goes, also by way of "..".
       {"cd ..\r\ncd sub\r\ndel ..\\sub\\own.txt", "", true, false},
