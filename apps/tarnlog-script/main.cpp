@@ -1,5 +1,6 @@
 // tarnlog-script <script.bat>: runs one of the system's scripts from the
-// current folder, the way the pages launch them.
+// current folder, the way the pages launch them. Its del, move and copy keep
+// to the folder tree the script lies in.
 #include <cstdio>
 
 #include "platform/folders.h"

@@ -104,7 +104,9 @@ void RunScriptsFanOut(const std::vector<std::string>& scriptPaths) {
 }
 
 void RunCommandLine(std::string_view commandLine) {
-  ScriptRunner runner(CurrentFolder());
+  // A command line is the system's own text (the del of a converter script
+  // beside its input), not a script file, so it has no tree to keep to.
+  ScriptRunner runner(CurrentFolder(), "/");
   runner.RunLine(commandLine);
 }
 

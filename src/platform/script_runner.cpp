@@ -7,8 +7,10 @@
 #include <unistd.h>
 #include <algorithm>
 #include <cerrno>
+#include <cstdio>
 #include <cstdlib>
 #include <cstring>
+#include <string>
 
 #include "platform/files.h"
 #include "platform/folders.h"
@@ -53,6 +55,7 @@ std::string LowerAscii(std::string_view text) {
 void Report(std::string_view text) {
   std::string line = "tarnlog-script: ";
   line += text;
+  std::replace(line.begin(), line.end(), '\n', ' ');  // a name may hold one
   line += '\n';
   const char* data = line.data();
   std::size_t left = line.size();
@@ -129,19 +132,83 @@ std::vector<std::string> ArgumentsWithoutSwitches(std::string_view rest) {
   return words;
 }
 
-// The files (never folders) that a pattern such as "*.TXT" or "JPG\*.fig"
-// names, relative to `folder`, as full paths.
-std::vector<std::string> MatchingFiles(const std::string& folder, std::string_view pattern) {
-  const std::string path = Resolve(folder, pattern);
-  const std::size_t cut = path.rfind('/');
-  const std::string parent = cut == 0 ? "/" : path.substr(0, cut);
-  const std::string name = path.substr(cut + 1);
+constexpr std::string_view kDriveRootedRefused = "a drive-rooted path is refused";
+constexpr std::string_view kOutsideRefused = "outside the script's folder tree, line refused";
+
+// "C:\...", "C:/..." and "\..." start at the root of a drive, which a script
+// has no business with.
+bool IsDriveRooted(std::string_view word) {
+  if (!word.empty() && word.front() == '\\') return true;
+  return word.size() >= 3 && IsLetter(word[0]) && word[1] == ':' &&
+         (word[2] == '\\' || word[2] == '/');
+}
+
+// The path with every link and dot resolved, or empty when it doesn't exist.
+std::string RealPath(const std::string& path) {
+  char* real = ::realpath(path.c_str(), nullptr);
+  if (real == nullptr) return {};
+  std::string result(real);
+  std::free(real);
+  return result;
+}
+
+// Both paths real ones; an empty root holds nothing.
+bool InsideTree(const std::string& root, const std::string& realPath) {
+  if (root.empty()) return false;
+  if (root == "/") return true;
+  return realPath.compare(0, root.size(), root) == 0 &&
+         (realPath.size() == root.size() || realPath[root.size()] == '/');
+}
+
+// Where an argument of del, move or copy points: the folder it names, with
+// its links resolved (empty when there is no such folder), and the name or
+// pattern in it. The command then acts on the real folder it checked.
+struct Place {
+  std::string shown;  // as the line resolves it, for messages
+  std::string realFolder;
+  std::string name;
+};
+
+Place PlaceOf(const std::string& folder, std::string_view argument) {
+  Place place;
+  place.shown = Resolve(folder, argument);
+  const std::size_t cut = place.shown.rfind('/');
+  if (cut == std::string::npos) {
+    place.realFolder = RealPath(".");
+    place.name = place.shown;
+  } else {
+    place.realFolder = RealPath(cut == 0 ? "/" : place.shown.substr(0, cut));
+    place.name = place.shown.substr(cut + 1);
+  }
+  return place;
+}
+
+// The files (never folders) that a place such as "*.TXT" or "JPG\*.fig"
+// names, as full paths.
+std::vector<std::string> FilesAt(const Place& place) {
   std::vector<std::string> files;
-  if (name.empty()) return files;
-  for (const FolderEntry& entry : ListMatching(parent, name)) {
-    if (!entry.isFolder) files.push_back(JoinPath(parent, entry.name));
+  if (place.realFolder.empty() || place.name.empty()) return files;
+  for (const FolderEntry& entry : ListMatching(place.realFolder, place.name)) {
+    if (!entry.isFolder) files.push_back(JoinPath(place.realFolder, entry.name));
   }
   return files;
+}
+
+// A copy writes through a link, so a destination that is one counts where
+// it points; a dangling one can't be shown to stay inside.
+bool WritesInside(const std::string& root, const std::string& destination) {
+  struct stat info {};
+  if (::lstat(destination.c_str(), &info) != 0 || !S_ISLNK(info.st_mode)) return true;
+  const std::string real = RealPath(destination);
+  return !real.empty() && InsideTree(root, real);
+}
+
+// The folder a script file lies in, as the path names it: the root of the
+// tree it may touch once its links and dots are resolved.
+std::string FolderOfScript(const std::string& scriptPath) {
+  const std::size_t cut = scriptPath.rfind('/');
+  if (cut == std::string::npos) return ".";
+  return cut == 0 ? "/" : scriptPath.substr(0, cut);
 }
 
 std::string NameOf(const std::string& path) {
@@ -216,6 +283,40 @@ bool IsWindowsExecutable(const std::string& path) {
   return windows;
 }
 
+// cd takes the rest of its line, so that an unquoted folder may hold blanks.
+void ParseChangeFolder(std::string_view rest, ScriptLine& parsed) {
+  std::string dir;
+  for (char c : TrimBlanks(rest)) {
+    if (c != '"') dir += c;
+  }
+  std::string_view wanted = TrimBlanks(dir);
+  if (wanted.size() >= 2 && IsSwitch(wanted.substr(0, 2)) &&
+      (wanted.size() == 2 || IsBlank(wanted[2]))) {
+    wanted = TrimBlanks(wanted.substr(2));  // "cd /d <dir>"
+  }
+  if (wanted.empty()) {
+    parsed.command = ScriptCommand::kShowFolder;
+    return;
+  }
+  parsed.command = ScriptCommand::kChangeFolder;
+  parsed.arguments.emplace_back(wanted);
+  if (wanted == "\\") {
+    parsed.refusal = "cd\\: the root folder of a drive is refused";
+  } else if (IsDriveRooted(wanted)) {
+    parsed.refusal = "cd: " + std::string(wanted) + ": " + std::string(kDriveRootedRefused);
+  }
+}
+
+void RefuseDriveRooted(const std::string& name, ScriptLine& parsed) {
+  if (!parsed.refusal.empty()) return;
+  for (const std::string& argument : parsed.arguments) {
+    if (IsDriveRooted(argument)) {
+      parsed.refusal = name + ": " + argument + ": " + std::string(kDriveRootedRefused);
+      return;
+    }
+  }
+}
+
 }  // namespace
 
 std::vector<std::string> SplitCommandWords(std::string_view line) {
@@ -242,82 +343,17 @@ std::vector<std::string> SplitCommandWords(std::string_view line) {
   return words;
 }
 
-ScriptRunner::ScriptRunner(std::string currentFolder)
-    : currentFolder_(MakeAbsolute(currentFolder)) {}
-
-namespace {
-
-// cd takes the rest of its line, so that an unquoted folder may hold blanks.
-void ChangeFolder(std::string& currentFolder, std::string_view rest) {
-  std::string dir;
-  for (char c : TrimBlanks(rest)) {
-    if (c != '"') dir += c;
-  }
-  std::string_view wanted = TrimBlanks(dir);
-  if (wanted.size() >= 2 && IsSwitch(wanted.substr(0, 2)) &&
-      (wanted.size() == 2 || IsBlank(wanted[2]))) {
-    wanted = TrimBlanks(wanted.substr(2));  // "cd /d <dir>"
-  }
-  if (wanted.empty()) {
-    const std::string line = currentFolder + "\n";
-    std::fwrite(line.data(), 1, line.size(), stdout);
-    std::fflush(stdout);
-    return;
-  }
-  const std::string target = Resolve(currentFolder, wanted);
-  if (!IsFolder(target)) {
-    Report("cd: " + std::string(wanted) + ": no such folder");
-    return;
-  }
-  currentFolder = target;
-}
-
-void DeleteFiles(const std::string& folder, std::string_view rest) {
-  const std::vector<std::string> patterns = ArgumentsWithoutSwitches(rest);
-  if (patterns.empty()) Report("del: no file named");
-  for (const std::string& pattern : patterns) {
-    const std::vector<std::string> files = MatchingFiles(folder, pattern);
-    if (files.empty()) Report("del: could not find " + Resolve(folder, pattern));
-    for (const std::string& file : files) {
-      if (!RemoveFile(file)) Report("del: can't remove " + file);
-    }
-  }
-}
-
-// move and copy: every file that the pattern names goes into the target
-// folder, or, when the target is no folder, the one file goes to that name.
-void MoveOrCopy(const std::string& folder, std::string_view command, std::string_view rest) {
-  const std::vector<std::string> args = ArgumentsWithoutSwitches(rest);
-  const std::string name(command);
-  if (args.size() != 2) {
-    Report(name + ": line not understood: " + name + std::string(rest));
-    return;
-  }
-  const std::vector<std::string> files = MatchingFiles(folder, args[0]);
-  if (files.empty()) {
-    Report(name + ": could not find " + Resolve(folder, args[0]));
-    return;
-  }
-  const std::string target = Resolve(folder, args[1]);
-  const bool intoFolder = IsFolder(target);
-  if (!intoFolder && files.size() > 1) {
-    Report(name + ": several files can't go to one file " + target);
-    return;
-  }
-  const bool move = name == "move";
-  for (const std::string& file : files) {
-    const std::string to = intoFolder ? JoinPath(target, NameOf(file)) : target;
-    const bool done = move ? MoveOneFile(file, to) : CopyFileReplacing(file, to);
-    if (!done) Report(name + ": can't " + name + " " + file + " to " + to);
-  }
-}
-
-}  // namespace
-
-bool ScriptRunner::RunLine(std::string_view rawLine) {
+ScriptLine ParseScriptLine(std::string_view rawLine) {
+  ScriptLine parsed;
   std::string_view line = TrimBlanks(CutLineEnd(rawLine));
   if (!line.empty() && line.front() == '@') line = TrimBlanks(line.substr(1));
-  if (line.empty() || IsDriveLine(line)) return true;
+  if (line.empty() || IsDriveLine(line)) return parsed;
+  // No file name or argument can hold one; the text after it would be lost
+  // on the way to the system.
+  if (line.find('\0') != std::string_view::npos) {
+    parsed.refusal = "line not understood: it holds a NUL byte";
+    return parsed;
+  }
 
   std::size_t wordEnd = 0;
   while (wordEnd < line.size() && IsLetter(line[wordEnd]))
@@ -329,29 +365,161 @@ bool ScriptRunner::RunLine(std::string_view rawLine) {
   // "cd.." and "cd\dir" need no blank after the command word.
   if ((command == "cd" || command == "chdir") &&
       (IsBlank(next) || next == '.' || next == '\\' || next == '/')) {
-    ChangeFolder(currentFolder_, rest);
-    return true;
+    ParseChangeFolder(rest, parsed);
+    return parsed;
   }
   if (IsBlank(next)) {
-    if (command == "exit") return false;
-    if (command == "rem") return true;
+    if (command == "exit") {
+      parsed.command = ScriptCommand::kExit;
+      return parsed;
+    }
+    if (command == "rem") return parsed;
     if (command == "del" || command == "erase") {
-      DeleteFiles(currentFolder_, rest);
-      return true;
+      parsed.command = ScriptCommand::kDelete;
+      parsed.arguments = ArgumentsWithoutSwitches(rest);
+      if (parsed.arguments.empty()) parsed.refusal = "del: no file named";
+      RefuseDriveRooted("del", parsed);
+      return parsed;
     }
     if (command == "move" || command == "copy") {
-      MoveOrCopy(currentFolder_, command, rest);
-      return true;
+      parsed.command = command == "move" ? ScriptCommand::kMove : ScriptCommand::kCopy;
+      parsed.arguments = ArgumentsWithoutSwitches(rest);
+      if (parsed.arguments.size() != 2) {
+        parsed.refusal = command + ": line not understood: " + command + std::string(rest);
+      }
+      RefuseDriveRooted(command, parsed);
+      return parsed;
     }
   }
 
-  const std::vector<std::string> words = SplitCommandWords(line);
-  if (words.empty() || words.front().empty()) {
-    Report("line not understood: " + std::string(line));
-  } else if (!RunProgram(words, currentFolder_)) {
-    Report(words.front() + ": no such program");
+  parsed.command = ScriptCommand::kProgram;
+  parsed.programWords = SplitCommandWords(line);
+  if (parsed.programWords.empty() || parsed.programWords.front().empty()) {
+    parsed.refusal = "line not understood: " + std::string(line);
+  }
+  return parsed;
+}
+
+ScriptRunner::ScriptRunner(std::string currentFolder)
+    : currentFolder_(MakeAbsolute(currentFolder)), treeRoot_(RealPath(currentFolder_)) {}
+
+ScriptRunner::ScriptRunner(std::string currentFolder, const std::string& treeRoot)
+    : currentFolder_(MakeAbsolute(currentFolder)), treeRoot_(RealPath(treeRoot)) {}
+
+bool ScriptRunner::RunLine(std::string_view text) {
+  if (stopped_) return false;
+  const ScriptLine line = ParseScriptLine(text);
+  if (!line.refusal.empty()) {
+    Report(line.refusal);
+    return true;
+  }
+  switch (line.command) {
+    case ScriptCommand::kNothing:
+      break;
+    case ScriptCommand::kShowFolder: {
+      const std::string shown = currentFolder_ + "\n";
+      std::fwrite(shown.data(), 1, shown.size(), stdout);
+      std::fflush(stdout);
+      break;
+    }
+    case ScriptCommand::kChangeFolder:
+      ChangeFolder(line);
+      break;
+    case ScriptCommand::kDelete:
+      Delete(line);
+      break;
+    case ScriptCommand::kMove:
+    case ScriptCommand::kCopy:
+      MoveOrCopy(line);
+      break;
+    case ScriptCommand::kExit:
+      stopped_ = true;
+      return false;
+    case ScriptCommand::kProgram:
+      if (!RunProgram(line.programWords, currentFolder_)) {
+        Report(line.programWords.front() + ": no such program");
+      }
+      break;
   }
   return true;
+}
+
+void ScriptRunner::ChangeFolder(const ScriptLine& line) {
+  const std::string& wanted = line.arguments.front();
+  const std::string target = Resolve(currentFolder_, wanted);
+  if (!IsFolder(target)) {
+    Report("cd: " + wanted + ": no such folder, the script stops");
+    stopped_ = true;
+    return;
+  }
+  currentFolder_ = target;
+}
+
+void ScriptRunner::Delete(const ScriptLine& line) {
+  // Every pattern is placed before anything goes, so that a line reaching
+  // outside deletes nothing at all.
+  std::vector<Place> places;
+  for (const std::string& pattern : line.arguments) {
+    places.push_back(PlaceOf(currentFolder_, pattern));
+    if (!places.back().realFolder.empty() && !InsideTree(treeRoot_, places.back().realFolder)) {
+      Report("del: " + pattern + ": " + std::string(kOutsideRefused));
+      return;
+    }
+  }
+  for (const Place& place : places) {
+    const std::vector<std::string> files = FilesAt(place);
+    if (files.empty()) Report("del: could not find " + place.shown);
+    for (const std::string& file : files) {
+      if (!RemoveFile(file)) Report("del: can't remove " + file);
+    }
+  }
+}
+
+// move and copy: every file that the pattern names goes into the target
+// folder, or, when the target is no folder, the one file goes to that name.
+void ScriptRunner::MoveOrCopy(const ScriptLine& line) {
+  const bool move = line.command == ScriptCommand::kMove;
+  const std::string name = move ? "move" : "copy";
+  const std::string& pattern = line.arguments[0];
+  const std::string& targetText = line.arguments[1];
+  const auto refuse = [&](const std::string& argument) {
+    Report(name + ": " + argument + ": " + std::string(kOutsideRefused));
+  };
+
+  const Place from = PlaceOf(currentFolder_, pattern);
+  if (!from.realFolder.empty() && !InsideTree(treeRoot_, from.realFolder)) return refuse(pattern);
+  const std::string target = Resolve(currentFolder_, targetText);
+  const bool intoFolder = IsFolder(target);
+  Place to = PlaceOf(currentFolder_, targetText);
+  if (intoFolder) {
+    to.realFolder = RealPath(target);
+    to.name.clear();
+  }
+  if (!to.realFolder.empty() && !InsideTree(treeRoot_, to.realFolder)) return refuse(targetText);
+
+  const std::vector<std::string> files = FilesAt(from);
+  if (files.empty()) {
+    Report(name + ": could not find " + from.shown);
+    return;
+  }
+  if (!intoFolder && files.size() > 1) {
+    Report(name + ": several files can't go to one file " + target);
+    return;
+  }
+  if (to.realFolder.empty()) {
+    Report(name + ": can't " + name + " " + files.front() + " to " + target);
+    return;
+  }
+  std::vector<std::string> destinations;
+  for (const std::string& file : files) {
+    destinations.push_back(JoinPath(to.realFolder, intoFolder ? NameOf(file) : to.name));
+    if (!WritesInside(treeRoot_, destinations.back())) return refuse(targetText);
+  }
+  for (std::size_t i = 0; i < files.size(); ++i) {
+    const bool done = move ? MoveOneFile(files[i], destinations[i])
+                           : CopyFileReplacing(files[i], destinations[i]);
+    if (!done) Report(name + ": can't " + name + " " + files[i] + " to " + destinations[i]);
+  }
 }
 
 bool RunProgram(const std::vector<std::string>& words, const std::string& folder) {
@@ -397,19 +565,40 @@ bool RunProgram(const std::vector<std::string>& words, const std::string& folder
 }
 
 int RunScriptFile(const std::string& scriptPath, const std::string& startFolder) {
-  std::string bytes;
-  if (!ReadWholeFile(scriptPath, bytes)) {
+  InFile file;
+  if (!file.Open(scriptPath, FileMode::kText)) {
     Report("can't read " + scriptPath);
     return 1;
   }
-  ScriptRunner runner(startFolder);
-  std::size_t pos = 0;
-  while (pos < bytes.size()) {
-    std::size_t end = bytes.find('\n', pos);
-    if (end == std::string::npos) end = bytes.size();
-    const std::string_view line(bytes.data() + pos, end - pos);
-    pos = end + 1;
-    if (!runner.RunLine(line)) break;
+  ScriptRunner runner(startFolder, FolderOfScript(scriptPath));
+  // Room for the longest line, the CR that text mode leaves of a "\r\r\n"
+  // end, the LF and the closing NUL. Whatever the file, no more is held.
+  char chunk[kMaxScriptLineLength + 3];
+  std::size_t lineNumber = 0;
+  bool inLongLine = false;  // the rest of a refused line is skipped, never run
+  while (!runner.Stopped()) {
+    // ReadLine writes nothing past its closing NUL; with no NUL in the
+    // buffer before, the last one marks the end even when the line holds
+    // NUL bytes of its own.
+    std::memset(chunk, 1, sizeof chunk);
+    if (!file.ReadLine(chunk, sizeof chunk)) break;
+    const std::string_view text(chunk, std::string_view(chunk, sizeof chunk).rfind('\0'));
+    const bool ended = !text.empty() && text.back() == '\n';
+    if (inLongLine) {
+      inLongLine = !ended;
+      continue;
+    }
+    ++lineNumber;
+    std::string_view body = text;
+    if (ended) body.remove_suffix(1);
+    if (!body.empty() && body.back() == '\r') body.remove_suffix(1);
+    if (body.size() > kMaxScriptLineLength) {
+      Report("line " + std::to_string(lineNumber) + ": longer than " +
+             std::to_string(kMaxScriptLineLength) + " characters, skipped");
+      inLongLine = !ended;
+      continue;
+    }
+    runner.RunLine(body);
   }
   return 0;
 }

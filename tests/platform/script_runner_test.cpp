@@ -1,7 +1,11 @@
 #include "platform/script_runner.h"
 
+#include <sys/stat.h>
+#include <unistd.h>
+#include <algorithm>
 #include <climits>
 #include <cstdlib>
+#include <utility>
 
 #include <gtest/gtest.h>
 
@@ -145,6 +149,174 @@ TEST(ScriptRunner, MoveAndCopy) {
   EXPECT_TRUE(PathExists(dir / "renamed.txt"));
 }
 
+TEST(ParseScriptLine, CommandsArgumentsAndRefusalsFromTheTextAlone) {
+  using C = ScriptCommand;
+  const struct {
+    std::string line;
+    C command;
+    Words arguments;
+    Words program;
+    std::string refusal;
+  } cases[] = {
+      {"", C::kNothing, {}, {}, ""},
+      {"D:\r\r\n", C::kNothing, {}, {}, ""},
+      {"@rem \"a\" b", C::kNothing, {}, {}, ""},
+      {"exit /b", C::kExit, {}, {}, ""},
+      {"cd", C::kShowFolder, {}, {}, ""},
+      {"cd \"/data/run 1\"\r\r\n", C::kChangeFolder, {"/data/run 1"}, {}, ""},
+      {"CD..", C::kChangeFolder, {".."}, {}, ""},
+      {"chdir /d \"x y\" ", C::kChangeFolder, {"x y"}, {}, ""},
+      {"cd JPG\\FIG", C::kChangeFolder, {"JPG\\FIG"}, {}, ""},
+      {"Del sub\\*.log /s \\q", C::kDelete, {"sub\\*.log"}, {}, ""},
+      {"erase \"a b.txt\" C:x", C::kDelete, {"a b.txt", "C:x"}, {}, ""},  // drive-relative
+      {"move *.fig .\\FIG\r\n", C::kMove, {"*.fig", ".\\FIG"}, {}, ""},
+      {"COPY c.txt \"x y\" /y", C::kCopy, {"c.txt", "x y"}, {}, ""},
+      {"\"/opt/EXE/tool x.exe\"  \"a b\" JPG\r\r\n",
+       C::kProgram,
+       {},
+       {"/opt/EXE/tool x.exe", "a b", "JPG"},
+       ""},
+      {"tool.exe ..\\..\\x C:\\y", C::kProgram, {}, {"tool.exe", "..\\..\\x", "C:\\y"}, ""},
+      {"cd\\", C::kChangeFolder, {"\\"}, {}, "cd\\: the root folder of a drive is refused"},
+      {"cd \\", C::kChangeFolder, {"\\"}, {}, "cd\\: the root folder of a drive is refused"},
+      {"cd\\data", C::kChangeFolder, {"\\data"}, {}, "cd: \\data: a drive-rooted path is refused"},
+      {"cd /d C:\\data",
+       C::kChangeFolder,
+       {"C:\\data"},
+       {},
+       "cd: C:\\data: a drive-rooted path is refused"},
+      {"del C:/x/*", C::kDelete, {"C:/x/*"}, {}, "del: C:/x/*: a drive-rooted path is refused"},
+      {"del a.txt \\x\\*",
+       C::kDelete,
+       {"a.txt", "\\x\\*"},
+       {},
+       "del: \\x\\*: a drive-rooted path is refused"},
+      {"copy a.txt d:\\b",
+       C::kCopy,
+       {"a.txt", "d:\\b"},
+       {},
+       "copy: d:\\b: a drive-rooted path is refused"},
+      {"del /s", C::kDelete, {}, {}, "del: no file named"},
+      {"Move a", C::kMove, {"a"}, {}, "move: line not understood: move a"},
+      {"\"\" x", C::kProgram, {}, {"", "x"}, "line not understood: \"\" x"},
+      {std::string("del a\0b", 7), C::kNothing, {}, {}, "line not understood: it holds a NUL byte"},
+  };
+  for (const auto& c : cases) {
+    const ScriptLine parsed = ParseScriptLine(c.line);
+    EXPECT_EQ(parsed.command, c.command) << c.line;
+    EXPECT_EQ(parsed.arguments, c.arguments) << c.line;
+    EXPECT_EQ(parsed.programWords, c.program) << c.line;
+    EXPECT_EQ(parsed.refusal, c.refusal) << c.line;
+  }
+}
+
+// Names in the test folder as a line writes them: {t} the folder, {T} the
+// same with backslashes, {s} the script's folder; and {outside}, the reason
+// a line reaching out of its tree is refused.
+std::string Fill(std::string text, const TempFolder& dir) {
+  std::string backslashed = dir.Path();
+  std::replace(backslashed.begin(), backslashed.end(), '/', '\\');
+  const std::pair<std::string, std::string> names[] = {
+      {"{t}", dir.Path()},
+      {"{T}", backslashed},
+      {"{s}", dir / "tree/sub"},
+      {"{outside}", "outside the script's folder tree, line refused"}};
+  for (const auto& [key, value] : names) {
+    for (std::size_t at = text.find(key); at != std::string::npos; at = text.find(key, at))
+      text.replace(at, key.size(), value);
+  }
+  return text;
+}
+
+std::vector<std::string> NamesIn(const std::string& folder) {
+  std::vector<std::string> names;
+  for (const FolderEntry& entry : ListMatching(folder, "*"))
+    names.push_back(entry.name);
+  return names;
+}
+
+// The script lies in tmp/tree/sub and is run from there; tmp and tmp/tree
+// are outside its tree and hold the victims. "out" links to tmp and
+// "lnk.txt" to tmp/v.txt. Whatever a line does, it stays in tmp.
+TEST(ScriptRunnerConfinement, NothingOutsideTheScriptsTreeIsTouched) {
+  const struct {
+    std::string lines;
+    std::string err;  // after "tarnlog-script: "
+    bool wentOn;
+    bool ownKept;
+  } cases[] = {
+      {"del ..\\*", "del: ..\\*: {outside}", true, true},
+      {"del ..\\..\\v.txt", "del: ..\\..\\v.txt: {outside}", true, true},
+      {"Del own.txt ..\\v.txt", "del: ..\\v.txt: {outside}", true, true},
+      {"del C:{T}\\v.txt", "del: C:{T}\\v.txt: a drive-rooted path is refused", true, true},
+      {"del c:{t}/v.txt", "del: c:{t}/v.txt: a drive-rooted path is refused", true, true},
+      {"del {T}\\tree\\v.txt", "del: {T}\\tree\\v.txt: a drive-rooted path is refused", true, true},
+      {"cd\\", "cd\\: the root folder of a drive is refused", true, true},
+      {"cd ..\\..\r\ndel v.txt", "del: v.txt: {outside}", true, true},
+      {"del out\\v.txt", "del: out\\v.txt: {outside}", true, true},
+      {"copy own.txt out", "copy: out: {outside}", true, true},
+      {"copy own.txt out\\new.txt", "copy: out\\new.txt: {outside}", true, true},
+      {"copy own.txt lnk.txt", "copy: lnk.txt: {outside}", true, true},
+      {"move ..\\v.txt got.txt", "move: ..\\v.txt: {outside}", true, true},
+      {"move own.txt ..\\..\\", "move: ..\\..\\: {outside}", true, true},
+      {"copy ..\\v.txt mine.txt", "copy: ..\\v.txt: {outside}", true, true},
+      {"cd missing\r\ndel own.txt", "cd: missing: no such folder, the script stops", false, true},
+      // Inside the tree everything still goes, also by way of "..".
+      {"cd ..\r\ncd sub\r\ndel ..\\sub\\own.txt", "", true, false},
+      {"cd {s}\\..\\..\r\ncd {t}/tree/sub\r\nmove own.txt out.txt", "", true, false},
+  };
+  for (const auto& c : cases) {
+    TempFolder dir;
+    const std::string sub = dir / "tree/sub";
+    ASSERT_TRUE(MakeFolder(dir / "tree") && MakeFolder(sub));
+    WriteBytes(dir / "v.txt", "victim");
+    WriteBytes(dir / "tree/v.txt", "victim");
+    for (const char* name : {"own.txt", "mark.txt"})
+      WriteBytes(sub + "/" + name, name);
+    ASSERT_EQ(::symlink(dir.Path().c_str(), (sub + "/out").c_str()), 0);
+    ASSERT_EQ(::symlink((dir / "v.txt").c_str(), (sub + "/lnk.txt").c_str()), 0);
+    const std::string script = sub + "/run.bat";
+    WriteBytes(script, Fill(c.lines, dir) + "\r\ncopy \"" + sub + "/mark.txt\" \"" + sub +
+                           "/went-on.txt\"\r\n");
+
+    ::testing::internal::CaptureStderr();
+    EXPECT_EQ(RunScriptFile(script, sub), 0);
+    const std::string err = ::testing::internal::GetCapturedStderr();
+    const std::string line = c.lines;
+    EXPECT_EQ(err, c.err.empty() ? "" : Fill("tarnlog-script: " + c.err + "\n", dir)) << line;
+    EXPECT_EQ(FileBytes(dir / "v.txt"), "victim") << line;
+    EXPECT_EQ(FileBytes(dir / "tree/v.txt"), "victim") << line;
+    EXPECT_EQ(NamesIn(dir.Path()), (Words{"tree", "v.txt"})) << line;
+    EXPECT_EQ(NamesIn(dir / "tree"), (Words{"sub", "v.txt"})) << line;
+    EXPECT_EQ(PathExists(sub + "/own.txt"), c.ownKept) << line;
+    EXPECT_EQ(PathExists(sub + "/went-on.txt"), c.wentOn) << line;
+  }
+}
+
+TEST(ScriptRunnerConfinement, InProcessTheRootIsGivenOrTheStartFolder) {
+  TempFolder dir;
+  ASSERT_TRUE(MakeFolder(dir / "a") && MakeFolder(dir / "a/b"));
+  WriteBytes(dir / "a/x.txt", "x");
+  ScriptRunner confined(dir / "a/b");
+  EXPECT_EQ(confined.TreeRoot(), Canonical(dir / "a/b"));
+  ::testing::internal::CaptureStderr();
+  EXPECT_TRUE(confined.RunLine("del ..\\x.txt"));
+  EXPECT_NE(::testing::internal::GetCapturedStderr(), "");
+  EXPECT_TRUE(PathExists(dir / "a/x.txt"));
+
+  ScriptRunner wider(dir / "a/b", dir / "a");
+  EXPECT_TRUE(wider.RunLine("del ..\\x.txt"));
+  EXPECT_FALSE(PathExists(dir / "a/x.txt"));
+
+  ScriptRunner stopped(dir.Path());
+  ::testing::internal::CaptureStderr();
+  EXPECT_TRUE(stopped.RunLine("cd nowhere"));
+  EXPECT_TRUE(stopped.Stopped());
+  EXPECT_FALSE(stopped.RunLine("cd a"));  // no line runs after it
+  ::testing::internal::GetCapturedStderr();
+  EXPECT_EQ(stopped.CurrentFolder(), dir.Path());
+}
+
 // The end-to-end cases run the real tarnlog-script, so that its standard
 // error and environment are those of a launched script.
 RunResult RunScript(const TempFolder& dir, const std::string& text,
@@ -250,6 +422,38 @@ TEST(ScriptRunnerProgram, UsageAndUnreadableScripts) {
   result = RunAndCapture({testing::ScriptRunnerBinary(), "absent.bat"}, dir.Path());
   EXPECT_EQ(result.status, 1);
   EXPECT_NE(result.err.find("absent.bat"), std::string::npos);
+}
+
+TEST(ScriptRunnerProgram, AnOverlongLineIsSkippedWholeAndTheScriptGoesOn) {
+  TempFolder dir;
+  InstallStandin(dir.Path(), "tool.exe");
+  const std::string longest = "tool.exe " + std::string(kMaxScriptLineLength - 9, 'a');
+  const std::string script = longest + "\r\r\n" +                             // runs
+                             longest + "b\n" +                                // one too many
+                             std::string(30000, ' ') + "tool.exe tail\r\n" +  // its tail neither
+                             "tool.exe next\r\n" +                            // runs
+                             "tool.exe " + std::string(kMaxScriptLineLength, 'c');  // at the end
+  const RunResult result = RunScript(dir, script);
+  EXPECT_EQ(result.status, 0);
+  EXPECT_EQ(result.err,
+            "tarnlog-script: line 2: longer than 8191 characters, skipped\n"
+            "tarnlog-script: line 3: longer than 8191 characters, skipped\n"
+            "tarnlog-script: line 5: longer than 8191 characters, skipped\n");
+  const std::vector<StandinCall> calls = ReadStandinLog(dir / "calls.log");
+  ASSERT_EQ(calls.size(), 2u);
+  EXPECT_EQ(calls[0].args, (Words{"tool.exe", std::string(kMaxScriptLineLength - 9, 'a')}));
+  EXPECT_EQ(calls[1].args, (Words{"tool.exe", "next"}));
+}
+
+TEST(ScriptRunnerProgram, ANonRegularScriptEndsAtOnce) {
+  TempFolder dir;
+  ASSERT_EQ(::mkfifo((dir / "fifo.bat").c_str(), 0600), 0);
+  ASSERT_TRUE(MakeFolder(dir / "folder.bat"));
+  for (const std::string& path : {dir / "fifo.bat", dir / "folder.bat", std::string("/dev/null")}) {
+    const RunResult result = RunAndCapture({testing::ScriptRunnerBinary(), path}, dir.Path());
+    EXPECT_EQ(result.status, 1) << path;
+    EXPECT_EQ(result.err, "tarnlog-script: can't read " + path + "\n");
+  }
 }
 
 }  // namespace
