@@ -103,10 +103,8 @@ void RunScriptsFanOut(const std::vector<std::string>& scriptPaths) {
     WaitChild(child);
 }
 
-void RunCommandLine(std::string_view commandLine) {
-  // A command line is the system's own text (the del of a converter script
-  // beside its input), not a script file, so it has no tree to keep to.
-  ScriptRunner runner(CurrentFolder(), "/");
+void RunCommandLine(std::string_view commandLine, const std::string& treeRoot) {
+  ScriptRunner runner(CurrentFolder(), treeRoot);
   runner.RunLine(commandLine);
 }
 

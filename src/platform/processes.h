@@ -6,9 +6,9 @@
 // a child's exit code is never read.
 #pragma once
 
+#include <sys/types.h>
 #include <string>
 #include <string_view>
-#include <sys/types.h>
 #include <vector>
 
 namespace tarnlog {
@@ -35,8 +35,11 @@ void RunScriptAndWait(const std::string& scriptPath);
 void RunScriptsFanOut(const std::vector<std::string>& scriptPaths);
 
 // `system`-style run: one command line, interpreted as a script line in the
-// current folder, blocking until it ends. Output goes to the console.
-void RunCommandLine(std::string_view commandLine);
+// current folder, blocking until it ends. Output goes to the console. Its
+// del, move and copy act only inside `treeRoot`, as a script's do inside its
+// own folder: the caller names the run's folder (for the del of a converter
+// script, the folder of the input beside which it lies).
+void RunCommandLine(std::string_view commandLine, const std::string& treeRoot);
 
 // Where the script runner lives: $TARNLOG_SCRIPT_RUNNER, else tarnlog-script
 // beside the running executable, else the name alone (found on PATH).

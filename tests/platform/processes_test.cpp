@@ -125,11 +125,15 @@ TEST_F(ProcessesTest, LaunchesTheSystemsScriptFormWithoutAConsole) {
 TEST_F(ProcessesTest, CommandLinesRunHereAndBlock) {
   const std::string script = dir_ / "capture.bat";
   WriteBytes(script, "converter line");
-  RunCommandLine("del \"" + script + "\"");
+  // Outside the folder it is given, a del deletes nothing.
+  TempFolder elsewhere;
+  RunCommandLine("del \"" + script + "\"", elsewhere.Path());
+  EXPECT_TRUE(PathExists(script));
+  RunCommandLine("del \"" + script + "\"", dir_.Path());
   EXPECT_FALSE(PathExists(script));
 
   const std::string tool = InstallStandin(dir_.Path(), "Converter.exe");
-  RunCommandLine("\"" + tool + "\" input.log -batch -b");
+  RunCommandLine("\"" + tool + "\" input.log -batch -b", dir_.Path());
   const std::vector<StandinCall> calls = ReadStandinLog(log_);
   ASSERT_EQ(calls.size(), 1u);
   EXPECT_EQ(calls[0].cwd, Canonical(CurrentFolder()));
