@@ -45,8 +45,10 @@ void LoadRealValues(RealValueTable& table, const std::string& startFolder, PageH
   InFile file;
   if (!file.Open(startFolder + std::string(kRealValueFile), FileMode::kText)) return;
 
+  // Lines of at most 1024 characters; the rest of a longer one is dropped
+  // with it rather than read as a point of its own.
   char line[1025];
-  while (file.ReadLine(line, sizeof line)) {
+  while (file.ReadLineSkippingRest(line, sizeof line)) {
     // "%[^,],%lf,%lf,%lf" with the name bounded to the line.
     char name[1025];
     double latitude = 0.0;
