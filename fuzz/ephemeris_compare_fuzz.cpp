@@ -9,13 +9,11 @@
 
 #include <cstddef>
 #include <cstdint>
-#include <cstdlib>
 #include <string>
 #include <string_view>
 
 #include "fuzz_folder.h"
 #include "pages/static/ephemeris_compare.h"
-#include "platform/files.h"
 
 namespace {
 
@@ -33,10 +31,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
 
   const std::string& folder = tarnlog::fuzz::Folder({"a", "b"});
   const std::string name = "/Sat_" + std::to_string(number) + ".txt";
-  tarnlog::WriteWholeFile(folder + "/a" + name, a, tarnlog::FileMode::kBinary);
-  tarnlog::WriteWholeFile(folder + "/b" + name, b, tarnlog::FileMode::kBinary);
+  tarnlog::fuzz::WriteNew(folder + "/a" + name, a);
+  tarnlog::fuzz::WriteNew(folder + "/b" + name, b);
   const std::string result = folder + "/Result.txt";
-  ::unlink(result.c_str());  // appended to: one input's rows only
+  tarnlog::fuzz::Renew(result);  // appended to: one input's rows only
   tarnlog::CompareSatelliteEphemerides(number, folder + "/a", folder + "/b", result);
   return 0;
 }

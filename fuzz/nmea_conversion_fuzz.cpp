@@ -13,14 +13,13 @@
 
 #include "fuzz_folder.h"
 #include "pages/static/nmea_conversion.h"
-#include "platform/files.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::uint8_t mode = data[0];
   const std::string log = tarnlog::fuzz::Folder() + "/rover.log";
-  tarnlog::WriteWholeFile(log, std::string_view(reinterpret_cast<const char*>(data + 1), size - 1),
-                          tarnlog::FileMode::kBinary);
+  tarnlog::fuzz::WriteNew(log, std::string_view(reinterpret_cast<const char*>(data + 1), size - 1));
+  tarnlog::fuzz::Renew(tarnlog::ConvertedTablePath(log));
   const bool nmeaCrc = (mode & 0x02) != 0;
   if ((mode & 0x01) != 0) {
     tarnlog::ConvertNmeaWithZdaLog(log, nmeaCrc);

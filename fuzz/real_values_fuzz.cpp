@@ -15,7 +15,6 @@
 #include "frame/real_value_table.h"
 #include "fuzz_folder.h"
 #include "pages/static/real_value_store.h"
-#include "platform/files.h"
 #include "platform/recording_host.h"
 
 namespace {
@@ -66,8 +65,7 @@ struct Editing {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   const std::string& folder = tarnlog::fuzz::Folder({"Config"});
   const std::string path = folder + std::string(tarnlog::kRealValueFile);
-  tarnlog::WriteWholeFile(path, std::string_view(reinterpret_cast<const char*>(data), size),
-                          tarnlog::FileMode::kBinary);
+  tarnlog::fuzz::WriteNew(path, std::string_view(reinterpret_cast<const char*>(data), size));
 
   auto editing = std::make_unique<Editing>();
   tarnlog::LoadRealValues(editing->table, folder, editing->host);
@@ -84,11 +82,14 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fields->height.text = "3";
   }
   editing->addName.text = "fuzz point";
+  tarnlog::fuzz::Renew(path);  // each action saves the whole table anew
   tarnlog::AddRealValue(editor);
   editing->realValueType.Select(0);
   tarnlog::ApplyRealValueSelection(editor);
+  tarnlog::fuzz::Renew(path);
   tarnlog::ModifyRealValue(editor);
   editing->realValueType.Select(static_cast<int>(editing->realValueType.entries.size() / 2));
+  tarnlog::fuzz::Renew(path);
   tarnlog::DeleteRealValue(editor);
 
   // What was saved loads again.
