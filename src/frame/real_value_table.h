@@ -29,8 +29,8 @@ struct RealValueTable {
   std::array<RealValueRow, kRealValueRows> rows{};
 
   void Clear();
-  // Index of the lowest free row, or -1 when all are taken.
-  int LowestFreeRow() const;
+  // Index of the lowest free row from `from` on, or -1 when all are taken.
+  int LowestFreeRow(std::size_t from = 0) const;
   // First row of exactly this name, searched from row 0, or -1.
   int Find(std::string_view name) const;
 };
