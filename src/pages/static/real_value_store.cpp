@@ -33,12 +33,29 @@ bool InRange(double value, double limit) {
   return value >= -limit && value <= limit;
 }
 
-// The field check of the dialog refuses a coordinate out of range without a
-// text of its own in this system; the message below is what it shows, in the
-// window and on the batch run's ending line alike.
+// The dialog's check of a coordinate field has no text of its own in this
+// system. Its words are this program's, all here: the message below and the
+// naming of the field in CoordinateFieldRange, shown as the window's box and
+// as the line that ends a batch run.
 std::string OutOfRangeMessage(const TextField& field) {
   return "Value out of range: " + CoordinateFieldRange(field);
 }
+
+}  // namespace
+
+std::string CoordinateFieldRange(const TextField& field) {
+  const std::string limit = std::to_string(
+      static_cast<int>(field.Caption() == "Longitude" ? kLongitudeLimit : kLatitudeLimit));
+  // The text goes on one line, as every message of a batch run does.
+  std::string text = field.text;
+  for (char& c : text) {
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  return field.Group() + " " + field.Caption() + " is \"" + text + "\", it must lie in -" + limit +
+         " to " + limit;
+}
+
+namespace {
 
 std::optional<std::string> ReadSet(const CoordinateFields& fields, Coordinates& values) {
   const Coordinates read{std::atof(fields.latitude.text.c_str()),
@@ -101,18 +118,6 @@ void ApplyRealValueSelection(RealValueEditor& editor) {
   Show(editor.realValue);
   Show(editor.master);
   Show(editor.slave);
-}
-
-std::string CoordinateFieldRange(const TextField& field) {
-  const std::string limit = std::to_string(
-      static_cast<int>(field.Caption() == "Longitude" ? kLongitudeLimit : kLatitudeLimit));
-  // The text goes on one line, as every message of a batch run does.
-  std::string text = field.text;
-  for (char& c : text) {
-    if (c == '\r' || c == '\n') c = ' ';
-  }
-  return field.Group() + " " + field.Caption() + " is \"" + text + "\", it must lie in -" + limit +
-         " to " + limit;
 }
 
 std::optional<std::string> ReadRealValueSets(RealValueEditor& editor) {
