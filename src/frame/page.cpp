@@ -41,6 +41,16 @@ MessageAnswer Page::Message(std::string_view text, std::string_view title, Messa
   return host_.ShowMessage(text, title, buttons);
 }
 
+void Page::FailCheck(std::string_view message, std::string_view field) {
+  if (!commandLineRun_) {
+    Message(message);
+    return;
+  }
+  std::string why = className_ + ": " + std::string(message);
+  if (!field.empty()) why += " (" + std::string(field) + ")";
+  EndProcess(1, why);
+}
+
 void Page::StartWorker(std::function<void()> work) {
   ++workersStarted_;
   std::thread([this, work = std::move(work)] {

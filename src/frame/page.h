@@ -85,6 +85,13 @@ class Page {
   MessageAnswer Message(std::string_view text, std::string_view title = {},
                         MessageButtons buttons = MessageButtons::kOk);
 
+  // A check refused the action. In the window `message` is the check's box.
+  // A run from the command line would wait on that box for ever; it ends
+  // here instead, with status 1 and one line of the message followed by
+  // `field` in brackets when given (the field the check refused, its text
+  // and its range).
+  void FailCheck(std::string_view message, std::string_view field = {});
+
   // Runs `work` on a worker thread of its own, with no handle kept. When a
   // command-line run's worker returns without ending the process (a check
   // failed on the way), the process ends with status 1.

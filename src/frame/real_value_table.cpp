@@ -18,8 +18,8 @@ void RealValueTable::Clear() {
   rows.fill(RealValueRow{});
 }
 
-int RealValueTable::LowestFreeRow() const {
-  for (std::size_t i = 0; i < rows.size(); ++i) {
+int RealValueTable::LowestFreeRow(std::size_t from) const {
+  for (std::size_t i = from; i < rows.size(); ++i) {
     if (rows[i].IsFree()) return static_cast<int>(i);
   }
   return -1;
@@ -45,8 +45,13 @@ void LoadRealValues(RealValueTable& table, const std::string& startFolder, PageH
   InFile file;
   if (!file.Open(startFolder + std::string(kRealValueFile), FileMode::kText)) return;
 
+  // Lines of at most 1024 characters; the rest of a longer one is dropped
+  // with it rather than read as a point of its own.
   char line[1025];
-  while (file.ReadLine(line, sizeof line)) {
+  // Loading only fills rows, so the search for a free one goes on from the
+  // last it found.
+  int row = 0;
+  while (file.ReadLineSkippingRest(line, sizeof line)) {
     // "%[^,],%lf,%lf,%lf" with the name bounded to the line.
     char name[1025];
     double latitude = 0.0;
@@ -55,7 +60,7 @@ void LoadRealValues(RealValueTable& table, const std::string& startFolder, PageH
     if (std::sscanf(line, "%1024[^,],%lf,%lf,%lf", name, &latitude, &longitude, &height) != 4) {
       continue;
     }
-    const int row = table.LowestFreeRow();
+    row = table.LowestFreeRow(static_cast<std::size_t>(row));
     if (row < 0) break;
     RealValueRow& target = table.rows[row];
     target.SetName(name);

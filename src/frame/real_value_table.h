@@ -29,8 +29,8 @@ struct RealValueTable {
   std::array<RealValueRow, kRealValueRows> rows{};
 
   void Clear();
-  // Index of the lowest free row, or -1 when all are taken.
-  int LowestFreeRow() const;
+  // Index of the lowest free row from `from` on, or -1 when all are taken.
+  int LowestFreeRow(std::size_t from = 0) const;
   // First row of exactly this name, searched from row 0, or -1.
   int Find(std::string_view name) const;
 };
@@ -44,8 +44,9 @@ inline constexpr std::string_view kLongStartFolderWarning =
 
 // Loads `<startFolder>/Config/AllRealValue.txt` into `table` (which the
 // caller has cleared). A missing file leaves the table as it is; lines that
-// don't give a name and three numbers are skipped; loading stops once row
-// 999 is filled. A start folder over 220 characters only draws a warning.
+// don't give a name and three numbers are skipped, and so is whatever of a
+// line lies past its first 1024 characters; loading stops once row 999 is
+// filled. A start folder over 220 characters only draws a warning.
 void LoadRealValues(RealValueTable& table, const std::string& startFolder, PageHost& host);
 
 }  // namespace tarnlog

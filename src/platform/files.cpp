@@ -286,6 +286,20 @@ bool InFile::ReadLine(char* buffer, std::size_t size) {
   return n > 0;
 }
 
+bool InFile::ReadLineSkippingRest(char* buffer, std::size_t size) {
+  if (size == 0) return false;
+  // ReadLine writes only the bytes it read and their terminator, so a mark
+  // past the limit tells a full buffer from a shorter line, NULs or not.
+  const std::size_t limit = size - 1;
+  buffer[limit] = '\x01';
+  if (!ReadLine(buffer, size)) return false;
+  const bool full = buffer[limit] == '\0';
+  if (!full || (limit > 0 && buffer[limit - 1] == '\n')) return true;
+  for (int c = NextByte(); c >= 0 && c != '\n'; c = NextByte()) {
+  }
+  return true;
+}
+
 std::size_t InFile::Read(char* buffer, std::size_t size) {
   if (fd_ < 0) return 0;
   std::size_t n = 0;

@@ -82,6 +82,10 @@ class InFile {
   // gives false and writes nothing; a size of 1 gives "" and false only at
   // end of file.
   bool ReadLine(char* buffer, std::size_t size);
+  // ReadLine for readers with a read limit: a line longer than size-1 bytes
+  // gives its first size-1 bytes, and the rest of it, up to and including
+  // its '\n', is skipped instead of arriving as a line of its own.
+  bool ReadLineSkippingRest(char* buffer, std::size_t size);
   // Up to `size` bytes; returns how many were read (0 at end of file).
   std::size_t Read(char* buffer, std::size_t size);
 

@@ -7,6 +7,7 @@
 #include <algorithm>
 #include <cerrno>
 
+#include "platform/files.h"
 #include "platform/host.h"
 
 namespace tarnlog {
@@ -69,7 +70,8 @@ bool WriteAll(int fd, const char* data, std::size_t size) {
 // Copies the bytes and the mode bits of a regular file; `createFlags` says
 // what happens to an existing target (O_EXCL or O_TRUNC).
 bool CopyBytes(const std::string& from, const std::string& to, int createFlags) {
-  int in = ::open(from.c_str(), O_RDONLY | O_CLOEXEC);
+  // A FIFO as the source is refused at once instead of waiting for a writer.
+  int in = OpenRegularFileForReading(from);
   if (in < 0) return false;
   struct stat info {};
   if (::fstat(in, &info) != 0 || !S_ISREG(info.st_mode)) {

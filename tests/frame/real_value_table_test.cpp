@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <string>
+#include <vector>
 
 #include "platform/folders.h"
 #include "platform/recording_host.h"
@@ -94,6 +95,32 @@ TEST_F(LoadRealValuesTest, StopsOnceTheLastRowIsFilled) {
   EXPECT_EQ(Filled(), 1000);
   EXPECT_EQ(table.rows[999].Name(), "P999");
   EXPECT_EQ(table.Find("P1000"), -1);
+}
+
+TEST_F(LoadRealValuesTest, RestOfALineOverTheReadLimitIsSkipped) {
+  struct Case {
+    const char* what;
+    std::string bytes;
+    std::vector<std::string> names;
+  };
+  const std::string pad(1024 - 7, ' ');
+  const Case cases[] = {
+      {"name of 2000", std::string(2000, 'a') + ",1,2,3\nNext,4,5,6\n", {"Next"}},
+      {"exactly 1024 then CRLF", "Q,1,2,3" + pad + "\r\nNext,4,5,6\r\n", {"Q", "Next"}},
+      {"first 1024 parse", "Q,1,2,3" + pad + "Tail,4,5,6\nNext,7,8,9\n", {"Q", "Next"}},
+      {"a NUL early",
+       std::string("Z\0", 2) + std::string(1500, 'z') + "Frag,1,2,3\nNext,4,5,6",
+       {"Next"}},
+      {"last line unended", "Next,4,5,6\n" + std::string(3000, 'b') + ",1,2,3", {"Next"}},
+  };
+  for (const Case& c : cases) {
+    WriteConfig(c.bytes);
+    Load();
+    std::vector<std::string> names;
+    for (const RealValueRow& row : table.rows)
+      if (!row.IsFree()) names.emplace_back(row.Name());
+    EXPECT_EQ(names, c.names) << c.what;
+  }
 }
 
 TEST_F(LoadRealValuesTest, LongStartFolderWarnsAndStillLoads) {

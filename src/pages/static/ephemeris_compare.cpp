@@ -49,8 +49,10 @@ std::vector<Row> ReadRows(const std::string& path, std::size_t columns, bool& op
   return rows;
 }
 
+// Rounded in doubles: a time too large for an integer then pairs only with
+// itself, and not-a-number with nothing.
 bool SameEphemeris(const Row& a, const Row& b) {
-  return a[0] == b[0] && std::llround(a[1] * 1000.0) == std::llround(b[1] * 1000.0);
+  return a[0] == b[0] && std::round(a[1] * 1000.0) == std::round(b[1] * 1000.0);
 }
 
 }  // namespace

@@ -7,10 +7,12 @@
 #include "extract/nmea/nmea_fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
 
+// A line is read into 1024 bytes; the rest of a longer one goes with it.
 constexpr std::size_t kLineLimit = 1024;
 // GPS time runs ahead of UTC by the leap seconds since 1980 (18 since 2017).
 constexpr double kGpsLeapSeconds = 18.0;
@@ -47,8 +49,10 @@ double TimeOfDay(double hhmmss) {
 }
 
 // hhmmss.ss to whole tenths, the way both sentences' times are compared.
-long Tenths(double hhmmss) {
-  return static_cast<long>((hhmmss * 100.0 + 5.0) / 10.0);
+// Cut in doubles: any time read compares without an integer's range, and a
+// time that is no number agrees with none.
+double Tenths(double hhmmss) {
+  return std::trunc((hhmmss * 100.0 + 5.0) / 10.0);
 }
 
 struct GgaFix {
@@ -67,11 +71,11 @@ GgaFix ReadGga(const NmeaFields& fields) {
   fix.hhmmss = FieldDouble(fields[1]);
   fix.latitude = Degrees(FieldDouble(fields[2]));
   fix.longitude = Degrees(FieldDouble(fields[4]));
-  fix.quality = FieldInt(fields[6]);
-  fix.satellites = FieldInt(fields[7]);
+  fix.quality = TextToInt(fields[6]);
+  fix.satellites = TextToInt(fields[7]);
   fix.hdop = FieldDouble(fields[8]);
   fix.height = FieldDouble(fields[9]) + FieldDouble(fields[11]);
-  fix.differentialAge = static_cast<int>(FieldDouble(fields[13]));
+  fix.differentialAge = SaturatingInt(FieldDouble(fields[13]));
   return fix;
 }
 
@@ -89,7 +93,9 @@ struct WeekSeconds {
   double seconds = 0.0;
 };
 
-long DaysFromCivil(long year, int month, int day) {
+// Month and day are taken as they come, so the sums are made wide enough
+// for any int.
+long DaysFromCivil(long year, long month, long day) {
   year -= month <= 2 ? 1 : 0;
   const long era = (year >= 0 ? year : year - 399) / 400;
   const long yearOfEra = year - era * 400;
@@ -101,9 +107,10 @@ long DaysFromCivil(long year, int month, int day) {
 WeekSeconds ZdaWeekSeconds(const NmeaFields& fields) {
   const long gpsEpochDays = DaysFromCivil(1980, 1, 6);
   const long days =
-      DaysFromCivil(FieldInt(fields[4]), FieldInt(fields[3]), FieldInt(fields[2])) - gpsEpochDays;
+      DaysFromCivil(TextToInt(fields[4]), TextToInt(fields[3]), TextToInt(fields[2])) -
+      gpsEpochDays;
   WeekSeconds result;
-  result.week = static_cast<int>(days / 7);
+  result.week = SaturatingInt(static_cast<double>(days / 7));
   result.seconds =
       static_cast<double>(days % 7) * 86400.0 + TimeOfDay(FieldDouble(fields[1])) + kGpsLeapSeconds;
   // Past the week's end the seconds are taken back, the week is not raised.
@@ -125,7 +132,7 @@ void ConvertGgaLog(const std::string& logPath, bool nmeaCrc, int dayOfWeek) {
   if (!out.Open(ConvertedTablePath(logPath), FileMode::kText)) return;
   char line[kLineLimit];
   int heldQuality = 0;
-  while (in.ReadLine(line, sizeof line)) {
+  while (in.ReadLineSkippingRest(line, sizeof line)) {
     if (!StartsWithAny(line, {"$GNGGA", "$GPGGA", "$BDGGA"})) continue;
     NmeaFields fields;
     if (!TakeSentence(line, nmeaCrc, fields)) continue;
@@ -146,7 +153,7 @@ void ConvertNmeaWithZdaLog(const std::string& logPath, bool nmeaCrc) {
   bool positionHeld = false;
   double zdaTime = 0.0;
   WeekSeconds gpsTime;
-  while (in.ReadLine(line, sizeof line)) {
+  while (in.ReadLineSkippingRest(line, sizeof line)) {
     const bool gga = StartsWithAny(line, {"$GNGGA", "$GPGGA"});
     const bool zda = StartsWithAny(line, {"$GNZDA", "$GPZDA"});
     if (!gga && !zda) continue;

@@ -9,6 +9,7 @@
 #include "platform/fast_format.h"
 #include "platform/files.h"
 #include "platform/folders.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 
@@ -85,11 +86,12 @@ void DeleteMeanTables(const std::string& folder, const std::array<bool, kMeanSou
 }
 
 std::string DegreesToMarkedText(double degrees) {
-  const int whole = static_cast<int>(degrees);
+  const int whole = SaturatingInt(degrees);
   const double fraction = degrees - whole;
-  const int minutes = static_cast<int>(fraction * 60.0);
+  const int minutes = SaturatingInt(fraction * 60.0);
   const double seconds = (fraction * 60.0 - minutes) * 60.0;
-  char text[128];
+  // "%f" of a double near its largest takes over 300 characters.
+  char text[400];
   FormatText(text, sizeof text, "%d*%d#%f&", whole, minutes, seconds);
   return text;
 }
@@ -104,13 +106,13 @@ std::string MarkedTextToDegrees(std::string_view text) {
     if (to == std::string_view::npos || to < from) to = text.size();
     return std::string(text.substr(from, to - from));
   };
-  const int degrees = std::atoi(piece(0, star).c_str());
-  const int minutes = star == std::string_view::npos ? 0 : std::atoi(piece(star + 1, hash).c_str());
+  const int degrees = TextToInt(piece(0, star));
+  const int minutes = star == std::string_view::npos ? 0 : TextToInt(piece(star + 1, hash));
   const double seconds =
       hash == std::string_view::npos ? 0.0 : std::atof(piece(hash + 1, amp).c_str());
   const double value =
       ((seconds * 100000.0) / 3600.0 + (minutes * 100000.0) / 60.0) * 0.00001 + degrees;
-  char out[128];
+  char out[400];
   FormatText(out, sizeof out, "%.9f", value);
   return out;
 }

@@ -25,18 +25,53 @@ void TakeRow(RealValueSet& set, const RealValueTable& table) {
   set.values.height = table.rows[row].height;
 }
 
+constexpr double kLatitudeLimit = 90.0;
+constexpr double kLongitudeLimit = 180.0;
+
 // The negated test also turns away a text that reads as NaN.
 bool InRange(double value, double limit) {
   return value >= -limit && value <= limit;
 }
 
-bool ReadSet(const CoordinateFields& fields, Coordinates& values) {
+// The dialog's check of a coordinate field has no text of its own in this
+// system. Its words are this program's, all here: the message below and the
+// naming of the field in CoordinateFieldRange, shown as the window's box and
+// as the line that ends a batch run.
+std::string OutOfRangeMessage(const TextField& field) {
+  return "Value out of range: " + CoordinateFieldRange(field);
+}
+
+}  // namespace
+
+std::string CoordinateFieldRange(const TextField& field) {
+  const std::string limit = std::to_string(
+      static_cast<int>(field.Caption() == "Longitude" ? kLongitudeLimit : kLatitudeLimit));
+  // The text goes on one line, as every message of a batch run does.
+  std::string text = field.text;
+  for (char& c : text) {
+    if (c == '\r' || c == '\n') c = ' ';
+  }
+  return field.Group() + " " + field.Caption() + " is \"" + text + "\", it must lie in -" + limit +
+         " to " + limit;
+}
+
+namespace {
+
+std::optional<std::string> ReadSet(const CoordinateFields& fields, Coordinates& values) {
   const Coordinates read{std::atof(fields.latitude.text.c_str()),
                          std::atof(fields.longitude.text.c_str()),
                          std::atof(fields.height.text.c_str())};
-  if (!InRange(read.latitude, 90.0) || !InRange(read.longitude, 180.0)) return false;
+  if (!InRange(read.latitude, kLatitudeLimit)) return OutOfRangeMessage(fields.latitude);
+  if (!InRange(read.longitude, kLongitudeLimit)) return OutOfRangeMessage(fields.longitude);
   values = read;
-  return true;
+  return std::nullopt;
+}
+
+// Add and Modify show a refused field check as its box.
+bool ReadForEdit(RealValueEditor& editor) {
+  const std::optional<std::string> refusal = ReadRealValueSets(editor);
+  if (refusal) editor.host.ShowMessage(*refusal);
+  return !refusal;
 }
 
 // Removing an entry moves a later selection up with its entry and clears
@@ -85,23 +120,23 @@ void ApplyRealValueSelection(RealValueEditor& editor) {
   Show(editor.slave);
 }
 
-bool ReadRealValueSets(RealValueEditor& editor) {
+std::optional<std::string> ReadRealValueSets(RealValueEditor& editor) {
   // Read into copies first so that a bad field leaves every set as it was.
   Coordinates realValue;
   Coordinates master;
   Coordinates slave;
-  if (!ReadSet(editor.realValue.fields, realValue) || !ReadSet(editor.master.fields, master) ||
-      !ReadSet(editor.slave.fields, slave)) {
-    return false;
-  }
+  std::optional<std::string> refusal = ReadSet(editor.realValue.fields, realValue);
+  if (!refusal) refusal = ReadSet(editor.master.fields, master);
+  if (!refusal) refusal = ReadSet(editor.slave.fields, slave);
+  if (refusal) return refusal;
   editor.realValue.values = realValue;
   editor.master.values = master;
   editor.slave.values = slave;
-  return true;
+  return std::nullopt;
 }
 
 void AddRealValue(RealValueEditor& editor) {
-  if (!ReadRealValueSets(editor)) return;
+  if (!ReadForEdit(editor)) return;
   const std::string name = editor.addName.text.substr(0, kRealValueNameLength);
   if (name.empty()) {
     editor.host.ShowMessage(kRealValueNameEmpty, kAddRealValueErrorTitle);
@@ -132,7 +167,7 @@ void AddRealValue(RealValueEditor& editor) {
 }
 
 void ModifyRealValue(RealValueEditor& editor) {
-  if (!ReadRealValueSets(editor)) return;
+  if (!ReadForEdit(editor)) return;
   const int found = editor.table.Find(editor.realValue.list.SelectedText());
   if (found >= 0) {
     RealValueRow& row = editor.table.rows[found];

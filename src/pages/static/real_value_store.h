@@ -3,6 +3,7 @@
 // table and rewrite Config/AllRealValue.txt.
 #pragma once
 
+#include <optional>
 #include <string>
 #include <string_view>
 
@@ -65,9 +66,16 @@ void ApplyRealValueSelection(RealValueEditor& editor);
 
 // Reads the three sets from their fields as plain text-to-double
 // conversions. Every latitude must lie in -90..90 and every longitude in
-// -180..180; otherwise nothing is taken over and the result is false. No
-// message is shown for a value out of range.
-bool ReadRealValueSets(RealValueEditor& editor);
+// -180..180. When all do, the sets are taken over and nothing is returned;
+// otherwise every set stays as it was and the result is the check's message
+// about the first field out of range, in the order Real Value, Master,
+// Slave and latitude before longitude.
+std::optional<std::string> ReadRealValueSets(RealValueEditor& editor);
+
+// A coordinate field as a refused check names it: its set and caption, its
+// text as it stands and the range of its kind ("Master Latitude is "nan",
+// it must lie in -90 to 90").
+std::string CoordinateFieldRange(const TextField& field);
 
 // The three actions. Add saves every row with eleven decimals, Modify and
 // Delete with nine.

@@ -7,6 +7,7 @@
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/saturating.h"
 #include "platform/stamps.h"
 
 namespace tarnlog {
@@ -231,7 +232,7 @@ StaticRun llherroRTKStatic::RunFromFields() {
   run.deleteTables = delTxtFiles.checked;
   run.deleteFigures = delFigFiles.checked;
   run.copyReport = generateReport.checked || batchFlag != 0;
-  run.dayOfWeek = std::atoi(dayOfWeek.text.c_str());
+  run.dayOfWeek = TextToInt(dayOfWeek.text);
   run.extraction = ExtractionSettings();
   run.onExtractionStart = onExtractionStart;
   run.onExtractionEnd = onExtractionEnd;
@@ -264,15 +265,18 @@ void llherroRTKStatic::Process() {
 
 void llherroRTKStatic::Worker(StaticRun run) {
   if (HoldsDegreeMarks(realValueCoordinates.latitude.text)) {
-    Message(kTransferFirst);
+    FailCheck(kTransferFirst, CoordinateFieldRange(realValueCoordinates.latitude));
     return;
   }
   if (lastFilePath_.empty()) {
-    Message(kChooseFileFirst);
+    FailCheck(kChooseFileFirst);
     return;
   }
   RealValueEditor editor = Editor();
-  if (!ReadRealValueSets(editor)) return;
+  if (const std::optional<std::string> refusal = ReadRealValueSets(editor)) {
+    FailCheck(*refusal);
+    return;
+  }
   run.master = masterValue;
   run.slave = slaveValue;
 
@@ -299,24 +303,27 @@ void llherroRTKStatic::OnFinished() {
 
 void llherroRTKStatic::CompareEphemeris() {
   if (transferToggled_) {
-    Message(kTransferFirst);
+    FailCheck(kTransferFirst, CoordinateFieldRange(realValueCoordinates.latitude));
     return;
   }
   if (lastFilePath_.empty()) {
-    Message(kChooseFileFirst);
+    FailCheck(kChooseFileFirst);
     return;
   }
   if (count_ < 2) {
-    Message(kTwoFilesNeeded);
+    FailCheck(kTwoFilesNeeded);
     return;
   }
   if (slots_[0].board != kBoardKestrix || slots_[1].board != kBoardKestrix) {
-    Message(kKestrixNeeded);
+    FailCheck(kKestrixNeeded);
     DeleteAllItem();
     return;
   }
   RealValueEditor editor = Editor();
-  if (!ReadRealValueSets(editor)) return;
+  if (const std::optional<std::string> refusal = ReadRealValueSets(editor)) {
+    FailCheck(*refusal);
+    return;
+  }
 
   SetStatus("Status:Processing");
   StaticRun run = RunFromFields();
@@ -418,7 +425,7 @@ bool llherroRTKStatic::TakeModeWord(const CommandLine& commandLine, std::string_
   slaveValue = {number(argc - 5), number(argc - 4), number(argc - 3)};
   ShowCoordinates(masterCoordinates, masterValue);
   ShowCoordinates(slaveCoordinates, slaveValue);
-  const int board = static_cast<int>(number(argc - 2));
+  const int board = SaturatingInt(number(argc - 2));
   boardType.Select(board >= 0 && board < static_cast<int>(kBoardTexts.size()) ? board : -1);
   OnBoardChanged();
   // Callers keep to sixteen files; the list holds what the positions give.

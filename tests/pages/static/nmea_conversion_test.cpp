@@ -80,5 +80,36 @@ TEST_F(NmeaConversionTest, ZdaSecondsPastTheWeekAreTakenBack) {
             "2446         8.0 \r\n");
 }
 
+// Numbers out of int's range are held at its ends, and a date far outside
+// the calendar still gives a week; nothing is undefined.
+TEST_F(NmeaConversionTest, FieldsOutOfRangeAreHeldAtTheRangeEnds) {
+  const std::string gga =
+      Nmea("GPGGA,123519.00,3112.0000,N,12130.0000,E,4,99999999999,0.9,10.5,M,-5.25,M,-1e300,0000");
+  EXPECT_EQ(Convert(gga, true), std::string("45319.000   31.200000000   121.500000000   5.250000   "
+                                            "2147483647   0.900\t  4\t-2147483648    3     "
+                                            "45319.0 \r\n"));
+  // A ZDA date out of every range still gives a week, held at int's end.
+  EXPECT_EQ(ConvertZda(Gga("GPGGA", "123519.00", 4) +
+                           Nmea("GPZDA,123519.00,1,99999999999,99999999999,00,00"),
+                       true),
+            std::string(kRecordHead) + "  4\t  1    2147483647    477337.0 \r\n");
+  // A time that is no number agrees with no other, midnight included.
+  EXPECT_EQ(
+      ConvertZda(Nmea("GPGGA,nan,3112.0,N,12130.0,E,4,12,0.9,1,M,1,M,,") +
+                     Nmea("GPZDA,nan,23,11,2026,00,00") + Nmea("GPZDA,000000.00,23,11,2026,00,00"),
+                 true),
+      "");
+}
+
+// The rest of a line over the read limit goes with it: a sentence that
+// would begin exactly at the limit is not taken as a line of its own.
+TEST_F(NmeaConversionTest, RestOfALineOverTheReadLimitIsSkipped) {
+  const std::string fix = Gga("GPGGA", "123519.00", 4);
+  const std::string record = std::string(kRecordHead) + "  4\t  1    3     45319.0 \r\n";
+  EXPECT_EQ(Convert(std::string(1023, 'x') + fix + fix, true), record);
+  EXPECT_EQ(Convert(fix.substr(0, fix.size() - 2) + std::string(2000, ' ') + "\r\n" + fix, false),
+            record + record);
+}
+
 }  // namespace
 }  // namespace tarnlog

@@ -88,6 +88,11 @@ TEST(TransferTest, BothWaysWithTheSignOnEveryNonZeroPart) {
     EXPECT_EQ(DegreesToMarkedText(c.degrees), c.marked);
     EXPECT_EQ(MarkedTextToDegrees(c.marked), c.back);
   }
+  // Out of int's range the parts are held at its ends.
+  EXPECT_EQ(DegreesToMarkedText(1e308), "2147483647*2147483647#inf&");
+  EXPECT_EQ(DegreesToMarkedText(-1e308), "-2147483648*-2147483648#-inf&");
+  EXPECT_EQ(MarkedTextToDegrees("99999999999*0#0&"), "2147483647.000000000");
+  EXPECT_EQ(MarkedTextToDegrees("-99999999999*0#0&"), "-2147483648.000000000");
   // The last marks count; a text without marks reads as degrees only.
   EXPECT_EQ(MarkedTextToDegrees("1*2*3#30&"), "1.058333333");
   EXPECT_EQ(MarkedTextToDegrees("45"), "45.000000000");

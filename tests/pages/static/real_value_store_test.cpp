@@ -171,27 +171,56 @@ TEST_F(RealValueStoreTest, FieldOutOfRangeStopsTheActionBeforeAnyChange) {
     const char* group;
     const char* caption;
     const char* text;
-    bool accepted;
+    const char* message;  // the check's box, or null when the value is taken
   };
-  for (const Case& c :
-       {Case{"Real Value", "Latitude", "90.0001", false},
-        Case{"Master", "Latitude", "-90.5", false}, Case{"Slave", "Longitude", "180.01", false},
-        Case{"Slave", "Latitude", "nan", false}, Case{"Master", "Longitude", "-180", true},
-        Case{"Slave", "Latitude", "90", true}, Case{"Slave", "Height", "-1e9", true},
-        Case{"Master", "Latitude", "north", true}}) {
+  for (const Case& c : {
+           Case{"Real Value", "Latitude", "90.0001",
+                "Value out of range: Real Value Latitude is \"90.0001\", it must lie in -90 to 90"},
+           Case{"Master", "Latitude", "-90.5",
+                "Value out of range: Master Latitude is \"-90.5\", it must lie in -90 to 90"},
+           Case{"Slave", "Longitude", "180.01",
+                "Value out of range: Slave Longitude is \"180.01\", it must lie in -180 to 180"},
+           Case{"Slave", "Latitude", "nan",
+                "Value out of range: Slave Latitude is \"nan\", it must lie in -90 to 90"},
+           Case{"Master", "Latitude", "1e308\r\n",
+                "Value out of range: Master Latitude is \"1e308  \", it must lie in -90 to 90"},
+           Case{"Master", "Longitude", "-180", nullptr},
+           Case{"Slave", "Latitude", "90", nullptr},
+           Case{"Slave", "Height", "-1e9", nullptr},
+           Case{"Master", "Latitude", "north", nullptr},
+       }) {
+    host_.messages.clear();
     llherroRTKStatic& page = Start(kThreePoints);
     page.Find<TextField>(c.caption, c.group)->text = c.text;
     page.addRealValueType.text = "Added";
     page.addAction.Press();
     page.modifyAction.Press();
-    EXPECT_EQ(File() != kThreePoints, c.accepted) << c.group << " " << c.caption << " " << c.text;
-    EXPECT_EQ(table_.Find("Added") >= 0, c.accepted) << c.text;
-    // All or nothing: a bad Master or Slave field keeps the Real Value set too.
-    if (!c.accepted) {
-      EXPECT_DOUBLE_EQ(page.realValue.latitude, 31.5) << c.text;
+    const bool accepted = c.message == nullptr;
+    EXPECT_EQ(File() != kThreePoints, accepted) << c.group << " " << c.caption << " " << c.text;
+    EXPECT_EQ(table_.Find("Added") >= 0, accepted) << c.text;
+    if (accepted) {
+      EXPECT_TRUE(host_.messages.empty()) << c.text;
+      continue;
     }
-    EXPECT_TRUE(host_.messages.empty());
+    // All or nothing: a bad Master or Slave field keeps the Real Value set too.
+    EXPECT_DOUBLE_EQ(page.realValue.latitude, 31.5) << c.text;
+    EXPECT_EQ(host_.MessageTexts(), (Names{c.message, c.message}));
+    EXPECT_EQ(host_.messages[0].title, "");
   }
+}
+
+// A line longer than the read limit is one malformed line: its rest never
+// becomes a point of its own, so a save writes none.
+TEST_F(RealValueStoreTest, OverlongLinesLeaveNoPointBehindForTheNextSave) {
+  llherroRTKStatic& page = Start(std::string(2000, 'a') + ",1,2,3\r\nPier,30,120,5\r\n" +
+                                 std::string(1500, 'b') + ",4,5,6\n");
+  EXPECT_EQ(page.master.entries, Names{"Pier"});
+  Type(page.realValueCoordinates, "1", "2", "3");
+  page.addRealValueType.text = "New";
+  page.addAction.Press();
+  EXPECT_EQ(File(),
+            "Pier,30.00000000000,120.00000000000,5.000000\n"
+            "New,1.00000000000,2.00000000000,3.000000\n");
 }
 
 TEST_F(RealValueStoreTest, CancelledDeleteChangesNothing) {

@@ -1,6 +1,7 @@
 #include "pages/static/static_page.h"
 
 #include <gtest/gtest.h>
+#include <sys/stat.h>
 #include <time.h>
 #include <unistd.h>
 
@@ -226,6 +227,103 @@ TEST_F(StaticPageTest, GenerateFillsMasterAndResetsThePage) {
   EXPECT_TRUE(page.meanSources[3].checked);
   EXPECT_EQ(page.realValueType.selected, -1);
   EXPECT_EQ(page.FileCount(), 0);
+}
+
+// A run from the command line whose check fails ends at once with status 1
+// and one line: the check's message and, for a coordinate, the field, its
+// text and its range. Nothing is made.
+TEST_F(StaticPageTest, BatchRunFailedCheckEndsWithOneLineNamingTheField) {
+  struct Case {
+    const char* realValues;  // Config/AllRealValue.txt, or null for the fixture's
+    Names args;
+    std::string err;
+  };
+  const std::string head = "tarnlog: llherroRTKStatic: ";
+  const Case cases[] = {
+      {nullptr,
+       {"a.log", "nan", "121.25", "10", "30", "120", "5", "0", "STATIC"},
+       head + "Value out of range: Master Latitude is \"nan\", it must lie in -90 to 90\n"},
+      {nullptr,
+       {"a.log", "31.5", "121.25", "10", "30", "1e308", "5", "0", "static"},
+       head + "Value out of range: Slave Longitude is \"1e+308\", it must lie in -180 to 180\n"},
+      {"Bad,nan,0,0\r\nRoof,31.5,121.25,10\r\n",
+       {"a.log", "31.5", "121.25", "10", "30", "120", "5", "0", "STATIC"},
+       head + "Value out of range: Real Value Latitude is \"nan\", it must lie in -90 to 90\n"},
+      {"Far,0,-180.5,0\r\n",
+       {"a.log", "31.5", "121.25", "10", "30", "120", "5", "0", "STATIC"},
+       head +
+           "Value out of range: Real Value Longitude is \"-180.5\", it must lie in -180 to 180\n"},
+      {nullptr,
+       {"31.5", "121.25", "10", "30", "120", "5", "0", "STATIC"},
+       head + "Please Choose ASCII File Firstly!\n"},
+  };
+  for (const Case& c : cases) {
+    if (c.realValues) testing::WriteBytes(start_ + "/Config/AllRealValue.txt", c.realValues);
+    Names argv{testing::TarnlogBinary()};
+    argv.insert(argv.end(), c.args.begin(), c.args.end());
+    const testing::RunResult result = testing::RunAndCapture(argv, start_);
+    EXPECT_EQ(result.status, 1) << c.err;
+    EXPECT_EQ(result.err, c.err);
+    EXPECT_EQ(result.out, "");
+    EXPECT_TRUE(ListMatching(start_, "RTKStatic*").empty()) << c.err;
+  }
+}
+
+// A board position out of int's range, or no number, selects no board; the
+// run then goes on with the first board.
+TEST_F(StaticPageTest, BatchRunBoardPositionOutOfRangeTakesTheFirstBoard) {
+  setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
+  for (const char* board : {"1e308", "-1e308", "nan"}) {
+    const testing::RunResult result =
+        testing::RunAndCapture({testing::TarnlogBinary(), "a.log", "31.5", "121.25", "10", "30",
+                                "120", "5", board, "STATIC"},
+                               start_);
+    EXPECT_EQ(result.status, 0) << board << ": " << result.err;
+    const std::vector<testing::StandinCall> calls = testing::ReadStandinLog(start_ + "/calls.log");
+    ASSERT_FALSE(calls.empty()) << board;
+    const Names& args = calls.back().args;
+    EXPECT_EQ(Names(args.end() - 3, args.end()), (Names{"0", "0", "1"})) << board;
+  }
+}
+
+// A FIFO given as a log is refused when it is opened, copied (the NMEA
+// boards) or probed: its slot is skipped as an unreadable log is, and the
+// run goes on to the next file and ends instead of waiting for a writer.
+TEST_F(StaticPageTest, BatchRunWithAFifoAsALogEndsAtOnce) {
+  setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
+  ASSERT_EQ(mkfifo((start_ + "/pipe.log").c_str(), 0600), 0);
+  for (const char* board : {"0", "4"}) {
+    const testing::RunResult result =
+        testing::RunAndCapture({"timeout", "60", testing::TarnlogBinary(), "pipe.log", "a.log",
+                                "31.5", "121.25", "10", "30", "120", "5", board, "STATIC"},
+                               start_);
+    EXPECT_EQ(result.status, 0) << board << ": " << result.err;
+    EXPECT_EQ(result.out, "Status:Processing\nStatus:Finished\n");
+    EXPECT_EQ(result.err, "");
+    const std::vector<FolderEntry> roots = ListMatching(start_, "RTKStatic*");
+    ASSERT_EQ(roots.size(), 1u);
+    const std::string root = start_ + "/" + roots[0].name;
+    EXPECT_NE(FileBytes(root + "/pipe/realvalue.txt"), "<missing>");
+    EXPECT_EQ(FileBytes(root + "/pipe/RTKSPlot" + roots[0].name.substr(9) + ".bat"), "<missing>");
+    EXPECT_NE(FileBytes(root + "/a/RTKSPlot" + roots[0].name.substr(9) + ".bat"), "<missing>");
+    EXPECT_EQ(FileBytes(root + "/pipe/pipe.log"), "<missing>") << board;
+  }
+}
+
+// The "DayOfWeek" text closes every GGA record; out of int's range it is
+// held at the range's end.
+TEST_F(StaticPageTest, DayOfWeekOutOfRangeIsHeldAtTheEnd) {
+  llherroRTKStatic& page = Start();
+  testing::WriteBytes(start_ + "/rover.log",
+                      testing::WithNmeaChecksum("GPGGA,123519.00,3112.0000,N,12130.0000,E,4,12,0.9,"
+                                                "10.5,M,-5.25,M,1.0,0000"));
+  page.boardType.Choose(4);
+  page.AddFile(start_ + "/rover.log");
+  page.dayOfWeek.text = "99999999999";
+  ProcessAndWait(page);
+  EXPECT_EQ(FileBytes(Out("rover/rover.txt")),
+            "45319.000   31.200000000   121.500000000   5.250000    12   0.900\t  4\t  1"
+            "    2147483647     45319.0 \r\n");
 }
 
 // The whole run from the command line in a scratch start folder.

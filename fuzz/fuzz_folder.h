@@ -1,0 +1,53 @@
+// The temporary folder of a fuzz entry: made under /tmp at the first input,
+// removed with everything in it when the fuzzer ends normally (it stays
+// after a crash, beside the input that caused it).
+#pragma once
+
+#include <unistd.h>
+
+#include <cstdlib>
+#include <filesystem>
+#include <string>
+#include <string_view>
+
+#include "platform/files.h"
+
+namespace tarnlog::fuzz {
+
+inline std::string& FolderPath() {
+  static std::string folder;
+  return folder;
+}
+
+inline void RemoveFolder() {
+  std::error_code ignored;
+  std::filesystem::remove_all(FolderPath(), ignored);
+}
+
+// The folder, with `subfolders` made inside it at the first call.
+inline const std::string& Folder(std::initializer_list<const char*> subfolders = {}) {
+  std::string& folder = FolderPath();
+  if (!folder.empty()) return folder;
+  std::string pattern = "/tmp/tarnlog-fuzz-XXXXXX";
+  if (::mkdtemp(pattern.data()) == nullptr) std::abort();
+  for (const char* subfolder : subfolders)
+    std::filesystem::create_directory(pattern + "/" + subfolder);
+  folder = pattern;
+  std::atexit(RemoveFolder);
+  return folder;
+}
+
+// Removes a file that the next step writes again. Rewriting a file over its
+// old blocks makes the file system flush it on close, which costs
+// milliseconds an input; a new file doesn't.
+inline void Renew(const std::string& path) {
+  ::unlink(path.c_str());
+}
+
+// Writes `bytes` as a new file of that name.
+inline void WriteNew(const std::string& path, std::string_view bytes) {
+  Renew(path);
+  WriteWholeFile(path, bytes, FileMode::kBinary);
+}
+
+}  // namespace tarnlog::fuzz
