@@ -19,14 +19,11 @@
 // that bits 2-3 pick. Every good sentence must give its row, whatever the
 // damage, unless the damage holds a "#PASSCOM" wrapper (which carries what
 // follows it up to a line end) or a binary frame that passes its CRC.
-#include <unistd.h>
-
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
-#include <filesystem>
 #include <set>
 #include <string>
 #include <string_view>
@@ -35,6 +32,7 @@
 #include "extract/checksums.h"
 #include "extract/extract_main.h"
 #include "extract/scan_sentence.h"
+#include "fuzz_folder.h"
 #include "platform/files.h"
 
 namespace {
@@ -42,34 +40,15 @@ namespace {
 constexpr std::size_t kLineCapacities[] = {102400, 16, 300, 4096};
 constexpr std::size_t kMaxPropertyCapture = 2 << 20;
 
-// The tables are reopened "wb" by every run, so one folder serves all; it
-// goes when the fuzzer ends normally and stays after a crash. The driver
-// also opens the capture named in the vector; an empty file there keeps it
-// from reporting on every input.
-std::string& OutputFolder() {
-  static std::string folder;
-  return folder;
-}
-
-void RemoveOutputFolder() {
-  std::error_code ignored;
-  std::filesystem::remove_all(OutputFolder(), ignored);
-}
-
-const std::string& MakeOutputFolder() {
-  std::string& folder = OutputFolder();
-  if (!folder.empty()) return folder;
-  // Memory-backed where there is such a folder: every input truncates some
-  // 130 tables, and a disk file system writes back on each truncation.
-  std::error_code error;
-  const bool shm = std::filesystem::is_directory("/dev/shm", error);
-  std::string pattern = shm ? "/dev/shm/tarnlog-fuzz-XXXXXX" : "/tmp/tarnlog-fuzz-XXXXXX";
-  if (::mkdtemp(pattern.data()) == nullptr) std::abort();
-  if (std::FILE* capture = std::fopen((pattern + "/capture.log").c_str(), "wb")) {
-    std::fclose(capture);
-  }
-  folder = pattern;
-  std::atexit(RemoveOutputFolder);
+// The tables are reopened "wb" by every run, so one folder serves all. The
+// driver also opens the capture named in the vector; an empty file there
+// keeps it from reporting on every input.
+const std::string& OutputFolder() {
+  static const std::string folder = [] {
+    const std::string made = tarnlog::fuzz::Folder();
+    tarnlog::fuzz::WriteNew(made + "/capture.log", "");
+    return made;
+  }();
   return folder;
 }
 
@@ -103,7 +82,7 @@ void ScanAll(const char* bytes, std::size_t size, std::size_t lineCapacity) {
 void RunDriver(const char* bytes, std::size_t size, const tarnlog::ExtractSettings& settings,
                std::vector<std::string> options, int argc) {
   tarnlog::ExtractionState state;
-  const std::string& folder = MakeOutputFolder();
+  const std::string& folder = OutputFolder();
   std::vector<std::string> texts{folder, "-i", folder + "/capture.log"};
   texts.insert(texts.end(), options.begin(), options.end());
   std::vector<char*> argv = tarnlog::ArgvOf(texts);
@@ -219,7 +198,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   settings.viewSize = ViewSize(mode);
   settings.realValueMode = (mode & 0x10) != 0;
   settings.perfstatHeaderPending = &perfstatHeaderPending;
-  const std::string& folder = MakeOutputFolder();
+  const std::string& folder = OutputFolder();
   std::vector<std::string> full = tarnlog::FullExtractionVector(folder, folder + "/capture.log");
   RunDriver(bytes, length, settings, std::vector<std::string>(full.begin() + 3, full.end()), 125);
   return 0;

@@ -1,6 +1,7 @@
-// The temporary folder of a fuzz entry: made under /tmp at the first input,
-// removed with everything in it when the fuzzer ends normally (it stays
-// after a crash, beside the input that caused it).
+// The temporary folder of a fuzz entry: made at the first input, in memory
+// (/dev/shm) where there is such a folder, else under /tmp; removed with
+// everything in it when the fuzzer ends normally (it stays after a crash,
+// beside the input that caused it).
 #pragma once
 
 #include <unistd.h>
@@ -28,7 +29,10 @@ inline void RemoveFolder() {
 inline const std::string& Folder(std::initializer_list<const char*> subfolders = {}) {
   std::string& folder = FolderPath();
   if (!folder.empty()) return folder;
-  std::string pattern = "/tmp/tarnlog-fuzz-XXXXXX";
+  std::error_code error;
+  std::string pattern = std::filesystem::is_directory("/dev/shm", error)
+                            ? "/dev/shm/tarnlog-fuzz-XXXXXX"
+                            : "/tmp/tarnlog-fuzz-XXXXXX";
   if (::mkdtemp(pattern.data()) == nullptr) std::abort();
   for (const char* subfolder : subfolders)
     std::filesystem::create_directory(pattern + "/" + subfolder);
