@@ -120,7 +120,7 @@ std::string Resolve(const std::string& folder, std::string_view argument) {
 std::string MakeAbsolute(std::string_view path) {
   if (!path.empty() && path.front() == '/') return Normalize(path);
   std::string here = tarnlog::CurrentFolder();
-  if (here.empty()) here = "/";
+  if (here.empty()) here += '/';
   return Normalize(path.empty() ? here : JoinPath(here, path));
 }
 

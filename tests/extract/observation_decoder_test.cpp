@@ -192,7 +192,7 @@ TEST(ObservationDecoderTest, CountsAgainstTheListPresent) {
 TEST(ObservationDecoderTest, LongListStopsAtCapacity) {
   std::string body = std::to_string(kMaxObservationChannels + 10);
   for (int i = 0; i < kMaxObservationChannels + 10; ++i)
-    body += "," + std::to_string(i % 200) + ",0,1,1,1,1,1,40,1,08109c04";
+    body += ',' + std::to_string(i % 200) + ",0,1,1,1,1,1,40,1,08109c04";
   const auto set = Decode(ObservationLayout::kRange, RangeOf(body));
   EXPECT_EQ(set->channelCount, kMaxObservationChannels);
   EXPECT_FALSE(set->complete);

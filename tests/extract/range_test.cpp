@@ -84,7 +84,7 @@ TEST(RangeExtractorTest, RowsByLogAndIdle) {
       {RangeLog::kRange, Range("RANGEA", "idle"), "", "", true},
       // Not this log, or "UNKNOWN" in the head: nothing at all.
       {RangeLog::kRange, Range("RANGEA", "69.5", "UNKNOWN"), "", "", false},
-      {RangeLog::kRange, "x" + Range("RANGEA", "69.5"), "", "", false},
+      {RangeLog::kRange, 'x' + Range("RANGEA", "69.5"), "", "", false},
       {RangeLog::kBaseRange, Range("RANGEA", "69.5"), "", "", false},
       {RangeLog::kRange, "#RANGEA,COM1,0,69.5,FINESTEERING,2210", "", "", false},
   };

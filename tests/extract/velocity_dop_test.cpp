@@ -93,8 +93,8 @@ TEST(VelocityTest, CombinedHalves) {
   const std::string combined =
       "2210,431250.500,%d,0.150000,0.000000,0.019700,157.4127,0.0246,0.0123,1\n";
   auto row = [&](int code) {
-    std::string r = combined;
-    return r.replace(r.find("%d"), 2, std::to_string(code));
+    const std::size_t at = combined.find("%d");
+    return combined.substr(0, at) + std::to_string(code) + combined.substr(at + 2);
   };
   Check({
       {Compact("BESTNAVA", kPositionBlock + kVelocityBlock), TableId::kBestNavVel, row(0)},

@@ -89,7 +89,7 @@ TEST_F(LoadRealValuesTest, FillsTheLowestFreeRowFirst) {
 TEST_F(LoadRealValuesTest, StopsOnceTheLastRowIsFilled) {
   std::string bytes;
   for (int i = 0; i < 1005; ++i)
-    bytes += "P" + std::to_string(i) + "," + std::to_string(i) + ",0,0\n";
+    bytes += 'P' + std::to_string(i) + "," + std::to_string(i) + ",0,0\n";
   WriteConfig(bytes);
   Load();
   EXPECT_EQ(Filled(), 1000);

@@ -5,9 +5,9 @@
 #include <vector>
 
 #include "extract/checksums.h"
-#include "extract/nmea/nmea_fields.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -131,7 +131,7 @@ const char* AfterCommas(std::string_view sentence, int count) {
 // The integer of a field; a missing field reads as 0.
 int FieldIntAfter(std::string_view sentence, int commas) {
   const char* field = AfterCommas(sentence, commas);
-  return field == nullptr ? 0 : FieldInt(field);
+  return field == nullptr ? 0 : TextToInt(field);
 }
 
 bool QualityPasses(QualityRule rule, int quality) {

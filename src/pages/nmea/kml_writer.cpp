@@ -5,6 +5,7 @@
 #include "pages/nmea/kml_colours.h"
 #include "platform/files.h"
 #include "platform/paths.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -124,8 +125,8 @@ struct UtcParts {
 
 UtcParts SplitUtc(double t) {
   UtcParts parts;
-  parts.hours = static_cast<int>(t / 10000);
-  parts.minutes = static_cast<int>((t - 10000.0 * parts.hours) / 100);
+  parts.hours = SaturatingInt(t / 10000);
+  parts.minutes = SaturatingInt((t - 10000.0 * parts.hours) / 100);
   parts.seconds = t - 10000.0 * parts.hours - 100.0 * parts.minutes;
   return parts;
 }

@@ -7,6 +7,7 @@
 #include "extract/nmea/nmea_fields.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -38,7 +39,7 @@ struct HeadTime {
 HeadTime ReadHeadTime(const char* line) {
   char field[kSplitFieldSize];
   HeadTime time;
-  if (SplitField(line, field, kWeekField)) time.week = FieldInt(field);
+  if (SplitField(line, field, kWeekField)) time.week = TextToInt(field);
   if (SplitField(line, field, kSecondsField)) time.seconds = FieldDouble(field);
   return time;
 }

@@ -7,6 +7,7 @@
 #include <iterator>
 
 #include "extract/checksums.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -232,9 +233,10 @@ bool ReadPositionLine(MixMessage message, const char* line, MixFix& fix) {
 }
 
 bool ReadGgaLine(const char* line, std::size_t length, bool nmeaCrc, MixFix& fix) {
-  if (line[0] != '$' || !Contains(line, "GGA")) return false;
+  // Held anywhere in the line: a sentence behind a port stamp such as
+  // "[COM1]" is read too. The fields are counted from the first comma.
   const char* star = std::strchr(line, '*');
-  if (star == nullptr) return false;
+  if (star == nullptr || !Contains(line, "GGA")) return false;
   if (nmeaCrc && !VerifyNmeaChecksum(line, length, static_cast<std::size_t>(star - line))) {
     return false;
   }
@@ -278,8 +280,8 @@ std::string JoinedUtcColumn(double secondOfWeek, int boardValue) {
     if (t <= 1.0) t += 86400.0;
     t -= 1.0;
   }
-  const int hours = static_cast<int>(t / 3600.0);
-  const int minutes = static_cast<int>((t - hours * 3600.0) / 60.0);
+  const int hours = SaturatingInt(t / 3600.0);
+  const int minutes = SaturatingInt((t - hours * 3600.0) / 60.0);
   return UtcColumn(hours, minutes, t - hours * 3600.0 - minutes * 60.0);
 }
 
@@ -335,7 +337,7 @@ bool KeepEpoch(double second, int frequency) {
   if (interval <= 0) return true;
   char text[64];
   std::snprintf(text, sizeof text, "%.2lf", second - std::floor(second));
-  const int milliseconds = static_cast<int>(std::atof(text) * 1000.0);
+  const int milliseconds = SaturatingInt(std::atof(text) * 1000.0);
   return milliseconds % interval == 0;
 }
 

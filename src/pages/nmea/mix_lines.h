@@ -87,9 +87,11 @@ int SolutionStatus(MixMessage message, const char* type, const char* line);
 // lacks "SOL_COMPUTED" or gives fewer fields.
 bool ReadPositionLine(MixMessage message, const char* line, MixFix& fix);
 
-// A GGA sentence: a line beginning with '$' that holds "GGA" and a star,
-// with a valid checksum when `nmeaCrc` is set, and its fields up to the
-// geoid separation (the age may be empty). The status is the quality.
+// A GGA sentence: a line that holds "GGA" and a star anywhere (so also
+// behind a port stamp), with a valid checksum when `nmeaCrc` is set, and its
+// fields up to the geoid separation (the age may be empty). The status is
+// the quality. The checksum runs from the line's second byte, so a stamped
+// sentence passes only with the check off.
 bool ReadGgaLine(const char* line, std::size_t length, bool nmeaCrc, MixFix& fix);
 
 // "%02d%02d%06.3lf": the UTC column.

@@ -38,8 +38,10 @@ constexpr const char* kRangeFileRead = "%d,%lf,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,%d,
 constexpr const char* kPostHeader =
     "SeqNum        GPSTime      Northing       Easting        H-Ell        Latitude       "
     "Longitude   HzSpeed";
-// The project name (%s) is held to 63 characters and dropped on rewriting.
-constexpr const char* kPostRead = "%d %lf %lf %lf %lf %lf %lf %lf %lf %lf %lf %63s %d";
+// The project name is dropped on rewriting, so it is passed over whole
+// (%*s), however long: it can't run past the line in hand.
+constexpr const char* kPostRead = "%d %lf %lf %lf %lf %lf %lf %lf %lf %lf %lf %*s %d";
+constexpr int kPostFields = 12;
 constexpr const char* kPostRow =
     "%d %.3lf %.4lf  %.4lf %.3lf %.11lf %.11lf %.4lf %.5lf %.5lf %.5lf %d\n";
 
@@ -119,10 +121,9 @@ bool WritePostRow(OutFile& out, const char* line, int frequency, PostState& stat
   }
   int sequence = 0;
   double v[10] = {};
-  char project[64] = {};
   int quality = 0;
   if (std::sscanf(line, kPostRead, &sequence, &v[0], &v[1], &v[2], &v[3], &v[4], &v[5], &v[6],
-                  &v[7], &v[8], &v[9], project, &quality) != 13 ||
+                  &v[7], &v[8], &v[9], &quality) != kPostFields ||
       !KeepEpoch(v[0], frequency)) {
     return false;
   }
@@ -235,7 +236,9 @@ double EpochDifference(MixMessage message, const PositionRow& position, const Ra
   if (message == MixMessage::kGga && position.week == 0) {
     return position.second - std::fmod(range.second, kSecondsPerDay);
   }
-  return (position.week - range.week) * kSecondsPerWeek + position.second - range.second;
+  // In double, so that weeks far apart can't overflow.
+  return (static_cast<double>(position.week) - range.week) * kSecondsPerWeek + position.second -
+         range.second;
 }
 
 // `range` null: an epoch without observations, every count 0.

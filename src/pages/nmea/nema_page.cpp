@@ -9,6 +9,7 @@
 #include "platform/folders.h"
 #include "platform/paths.h"
 #include "platform/processes.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -67,7 +68,7 @@ int BoardValue(const ChoiceField& list) {
 
 bool OutOfWindow(const TextField& field) {
   if (field.text.empty()) return false;
-  const int value = std::atoi(field.text.c_str());
+  const int value = TextToInt(field.text);
   return value < 0 || value > kLatestTime;
 }
 
@@ -250,8 +251,8 @@ bool Nema::RunSplit() {
 }
 
 bool Nema::RunGetData() {
-  const int start = startTime.text.empty() ? 0 : std::atoi(startTime.text.c_str());
-  const int end = endTime.text.empty() ? kLatestTime : std::atoi(endTime.text.c_str());
+  const int start = startTime.text.empty() ? 0 : TextToInt(startTime.text);
+  const int end = endTime.text.empty() ? kLatestTime : TextToInt(endTime.text);
   for (GetDataKind kind : kGetDataKinds) {
     if (!Find<CheckField>(GetDataCaption(kind))->checked) continue;
     for (int i = 0; i < count_; ++i) {
@@ -267,8 +268,8 @@ bool Nema::RunGetData() {
 }
 
 void Nema::RunKml() {
-  const int width = std::atoi(lineWidth.text.c_str());
-  const int hertz = std::atoi(frequency.text.c_str());
+  const int width = TextToInt(lineWidth.text);
+  const int hertz = TextToInt(frequency.text);
   const std::string icons = JoinPath(StartFolder(), "KML");
   for (int i = 0; i < count_; ++i) {
     const NemaFileSlot& slot = slots_[i];

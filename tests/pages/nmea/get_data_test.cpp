@@ -74,6 +74,19 @@ TEST(GetDataTest, GgaKindsKeepTheWindowQualityAndChecksum) {
   }
 }
 
+TEST(GetDataTest, TimeFieldsBeyondIntAreHeldAtItsEnds) {
+  // The time is read as atoi reads it, but never wraps into the window.
+  const std::string exponent = Gga("GP", "1e308", 4);  // reads as 1
+  const std::string noNumber = Gga("GP", "nan", 4);    // reads as 0
+  testing::TempFolder folder;
+  testing::WriteBytes(folder / "run.log", Gga("GP", "99999999999", 4) + "\r\n" +
+                                              Gga("GP", "4294967297", 4) + "\r\n" + exponent +
+                                              "\r\n" + Gga("GN", "-4294967297", 4) + "\r\n" +
+                                              noNumber + "\r\n");
+  EXPECT_EQ(GetData(GetDataKind::kGgaE4, folder / "run.log", 0, 1000000, true), kGetDataSucceeded);
+  EXPECT_EQ(testing::FileBytes(folder / "run_GGAE4.log"), exponent + "\r\n" + noNumber + "\r\n");
+}
+
 TEST(GetDataTest, TwoSentencesOnALineEndTheWorkWithSuccess) {
   testing::TempFolder folder;
   testing::WriteBytes(folder / "run.log",

@@ -218,6 +218,17 @@ TEST_F(KmlWriterTest, TrajectoryIconsFollowQuality) {
   EXPECT_NE(kml.find("<color>ffff0000</color>"), std::string::npos);
 }
 
+TEST_F(KmlWriterTest, UtcOutOfRangeIsHeldAtIntsEnd) {
+  const std::string rest =
+      ",32.5954,-85.2956,171.25,11,1.1,4,2.0,0,0,0,0,0,0,0,0,0,0,0,0,0,0,0\r\n";
+  MixLog("1687,419928.000,1e308" + rest + "1687,419929.000,nan" + rest);
+  ASSERT_EQ(WriteKml(mix_, 0, 0, 2), 1);
+  const std::string kml = Kml("_GGARange");
+  EXPECT_NE(kml.find("UTC:2147483647:2147483647:1000000000000000010979"), std::string::npos);
+  EXPECT_NE(kml.find("UTC:00:00:nan, Tag:1,"), std::string::npos);
+  EXPECT_NE(kml.find("&time=00:00:nan&velocity="), std::string::npos);
+}
+
 TEST_F(KmlWriterTest, MissingMixLogFails) {
   EXPECT_EQ(WriteKml(mix_, 0, 0, 2), kKmlOpenFailed);
   EXPECT_EQ(WriteInsKml(mix_, 0, 0, 2), kKmlOpenFailed);

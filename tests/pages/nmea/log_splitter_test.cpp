@@ -100,6 +100,26 @@ TEST(SplitByFixedPeriodTest, WithNoLineOfGoodCrcEverythingStaysInTheFirstPart) {
   EXPECT_EQ(ReadParts(folder / "run_FixedPeriod"), (Parts{{"Split0.txt", log}}));
 }
 
+TEST(SplitByFixedPeriodTest, HeadFieldsBeyondTheirRangeNeverWrap) {
+  testing::TempFolder folder;
+  const auto line = [](const char* week, const char* seconds) {
+    return std::string("#BESTPOSA,COM1,0,55.5,FINESTEERING,") + week + "," + seconds +
+           ",02000000,b1f6,16248;SOL_COMPUTED*00000000\r\n";
+  };
+  const std::string first = Head(2300, "1000.000");
+  // A week past int is held at its end: (2147483647 - 2300) weeks on.
+  const std::string late = line("99999999999", "1000.000");
+  const std::string early = line("-99999999999", "1000.000");
+  // Seconds that are no second of a week follow the part in hand.
+  const std::string odd = line("2300", "nan") + line("2300", "1e308") + line("2300", "inf");
+  testing::WriteBytes(folder / "run.log", first + late + odd + early + odd);
+  EXPECT_EQ(SplitByFixedPeriod(folder / "run.log", 3600), 1);
+  EXPECT_EQ(ReadParts(folder / "run_FixedPeriod"),
+            (Parts{{"Split0.txt", first + late},
+                   {"Split360776866296.txt", late + odd + early},
+                   {"Split-360777639264.txt", early + odd}}));
+}
+
 TEST(LogSplitterTest, SecondRunAppendsAndMissingLogFails) {
   testing::TempFolder folder;
   const std::string log = Head(2300, "1000.000") + "[COM1]\r\n";

@@ -3,6 +3,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <string>
 #include <tuple>
@@ -190,11 +191,22 @@ TEST(MixLinesTest, EpochThinning) {
     bool kept;
   };
   const Case cases[] = {
-      {419928.37, 0, true},  {419928.0, 1, true},    {419928.5, 1, false},
+      {419928.37, 0, true},
+      {419928.0, 1, true},
+      {419928.5, 1, false},
       {419928.999, 1, true},  // rounds to 1.00
-      {419928.0, 3, true},   {419928.333, 3, false}, {419928.667, 3, false},
-      {419928.2, 5, true},   {419928.6, 5, true},    {419928.8, 5, true},
-      {419928.1, 5, false},  {419928.5, 5, false},
+      {419928.0, 3, true},
+      {419928.333, 3, false},
+      {419928.667, 3, false},
+      {419928.2, 5, true},
+      {419928.6, 5, true},
+      {419928.8, 5, true},
+      {419928.1, 5, false},
+      {419928.5, 5, false},
+      // No fraction, or none that reads as a number: kept.
+      {1e308, 1, true},
+      {NAN, 1, true},
+      {INFINITY, 5, true},
   };
   for (const Case& c : cases) {
     EXPECT_EQ(KeepEpoch(c.second, c.frequency), c.kept) << c.second << " at " << c.frequency;
@@ -241,6 +253,8 @@ TEST(MixLinesTest, UtcColumnLessLeapSecondsAndTheSiNanSecond) {
   // 0.5 s after the leap seconds: board 4 wraps to the day before.
   EXPECT_EQ(JoinedUtcColumn(345618.5, 1), "000000.500");
   EXPECT_EQ(JoinedUtcColumn(345618.5, 4), "235959.500");
+  EXPECT_EQ(JoinedUtcColumn(INFINITY, 1).substr(0, 4), "0000");
+  EXPECT_EQ(JoinedUtcColumn(NAN, 4).substr(0, 4), "0000");
 }
 
 TEST_F(MixLogTest, RangeJoinKeepsPositionsAndDropsLoneRanges) {
@@ -268,15 +282,49 @@ TEST_F(MixLogTest, RangeJoinEndsWithThePositionFile) {
 
 TEST_F(MixLogTest, GgaJoinsByTimeOfDay) {
   // 01:45:00 is second 6300 of the day, as is 438300 of the week.
-  Log(Nmea("GPGGA,014500.00,4404.1306024,N,12118.8446777,W,4,12,0.49,1129.913,M,-21.350,M,1,"
-           "0000") +
-      Range("438300.000"));
-  EXPECT_EQ(BuildRangeMixLog(log_, "GGA", 0, 0, 2, 1, true, true, 0), 1);
-  EXPECT_EQ(Mix(), Header() +
-                       "0,6300.000,014442.000,44.068843373,-121.314077962,1108.563000,12,0.490,4,"
-                       "1.000," +
-                       kThreeObservations);
+  const std::string gga =
+      Nmea("GPGGA,014500.00,4404.1306024,N,12118.8446777,W,4,12,0.49,1129.913,M,-21.350,M,1,0000");
+  const std::string joined =
+      "0,6300.000,014442.000,44.068843373,-121.314077962,1108.563000,12,0.490,4,1.000," +
+      std::string(kThreeObservations);
+  // A sentence behind a port stamp is read; its checksum, counted from the
+  // line's start, holds only when not tested.
+  for (const auto& [stamp, nmeaCrc, rows] : std::vector<std::tuple<std::string, bool, std::string>>{
+           {"", true, joined}, {"[COM1]", false, joined}, {"[COM1]", true, ""}}) {
+    Log(stamp + gga + Range("438300.000"));
+    EXPECT_EQ(BuildRangeMixLog(log_, "GGA", 0, 0, 2, 1, true, nmeaCrc, 0), 1);
+    EXPECT_EQ(Mix(), Header() + rows) << stamp << nmeaCrc;
+  }
   EXPECT_EQ(Names(), (std::vector<std::string>{"a.log", "a_Mix.log", "a_Mix_GGARange.kml"}));
+}
+
+TEST_F(MixLogTest, JoinComparesWeeksFarApartWithoutOverflow) {
+  const auto ofWeek = [](std::string line, const std::string& week) {
+    return line.replace(line.find(",1687,"), 6, "," + week + ",");
+  };
+  // A position weeks behind every range is written alone; one ahead of every
+  // range passes them all and the join ends.
+  Log(ofWeek(BestPos("419928.000"), "-2147483648") + Range("419928.000"));
+  EXPECT_EQ(BuildRangeMixLog(log_, "BESTPOS", 0, 5, 2, 1, false, true, 0), 1);
+  EXPECT_EQ(Mix(), Header() +
+                       "-2147483648,419928.000,203830.000,32.595359126,-85.295677897,170.777700,"
+                       "12,0.000,4,1.000," +
+                       kZeros);
+  Log(ofWeek(BestPos("419928.000"), "2147483647") + ofWeek(Range("419928.000"), "-1"));
+  EXPECT_EQ(BuildRangeMixLog(log_, "BESTPOS", 0, 5, 2, 1, false, true, 0), 1);
+  EXPECT_EQ(Mix(), Header());
+}
+
+TEST_F(MixLogTest, SecondsOutOfRangeAreWrittenAsRead) {
+  // Thinning at 1 Hz reads these as whole seconds.
+  Log(BestPos("nan") + BestPos("inf") + BestPos("1e308"));
+  EXPECT_EQ(BuildPositionMixLog(log_, "BESTPOS", 0, 8, 2, 1, false, true, 1), 1);
+  const std::string mix = Mix();
+  EXPECT_NE(mix.find("\r\n1687,nan,000000.000,"), std::string::npos) << mix;
+  EXPECT_NE(mix.find("\r\n1687,inf,000000.000,"), std::string::npos) << mix;
+  EXPECT_NE(mix.find("\r\n1687,100000000000000001097906362944045541740492309677311846336810"),
+            std::string::npos)
+      << mix;
 }
 
 TEST_F(MixLogTest, GgaRowsHaveWeekZeroAndTheirOwnTime) {
@@ -284,15 +332,22 @@ TEST_F(MixLogTest, GgaRowsHaveWeekZeroAndTheirOwnTime) {
       "GNGGA,014501.00,4404.1306024,N,12118.8446777,W,5,12,0.49,1129.913,"
       "M,-21.350,M,,");
   badSum[badSum.size() - 3] = badSum[badSum.size() - 3] == '0' ? '1' : '0';
+  const std::string stamped =
+      "[COM1]" + Nmea(
+                     "GNGGA,014502.00,3351.4193018,S,15112.7953162,E,4,08,1.10,20.500,M,22.000,"
+                     "M,,");
   Log(Nmea("GNGGA,014500.20,3351.4193018,S,15112.7953162,E,1,08,1.10,20.500,M,22.000,M,,") +
-      badSum + Nmea("GPGGA,,,,,,0,00,,,M,,M,,"));
+      badSum + Nmea("GPGGA,,,,,,0,00,,,M,,M,,") + stamped);
   EXPECT_EQ(BuildPositionMixLog(log_, "GGA", 0, 1, 2, 1, true, true, 0), 1);
   EXPECT_EQ(Mix(), Header() +
                        "0,0.000,014500.200,-33.856988363,151.213255270,42.500000,8,1.100,1,0.000," +
                        kZeros);
-  // Without the checksum test the damaged float sentence is read too.
+  // Without the checksum test the damaged float sentence and the one behind
+  // the port stamp are read too.
   EXPECT_EQ(BuildPositionMixLog(log_, "GGA", 0, 1, 2, 1, true, false, 0), 1);
   EXPECT_NE(Mix().find("0,0.000,014501.000,"), std::string::npos);
+  EXPECT_NE(Mix().find("\r\n0,0.000,014502.000,-33.856988363,151.213255270,42.500000,8,1.100,4,"),
+            std::string::npos);
   // At 1 Hz the 0.2 s epoch goes.
   EXPECT_EQ(BuildPositionMixLog(log_, "GGA", 0, 1, 2, 1, true, false, 1), 1);
   EXPECT_EQ(Mix().find("014500.200"), std::string::npos);
@@ -338,11 +393,17 @@ TEST_F(MixLogTest, TrajectoryRowsLoseTheirProjectName) {
       "1 419928.00 3606720.1234 678901.2345 170.778 32.59535912622 -85.29567789741 0.0 0.1 0.2 "
       "358.5 drive 1\r\n"
       "2 419928.50 3606720.1234 678901.2345 170.778 32.59535912622 -85.29567789741 0.0 0.1 0.2 "
-      "358.5 drive 2\r\n");
+      "358.5 drive 2\r\n"
+      // A project name of any length that fits the line.
+      "3 419929.00 3606720.1234 678901.2345 170.778 32.59535912622 -85.29567789741 0.0 0.1 0.2 "
+      "358.5 " +
+      std::string(900, 'p') + " 4\r\n");
   EXPECT_EQ(BuildPositionMixLog(log_, "PosT", 0, 11, 2, 1, true, true, 1), 1);
   EXPECT_EQ(Mix(), Header() +
                        "1 419928.000 3606720.1234  678901.2345 170.778 32.59535912622 "
-                       "-85.29567789741 0.0000 0.10000 0.20000 358.50000 1\r\n");
+                       "-85.29567789741 0.0000 0.10000 0.20000 358.50000 1\r\n"
+                       "3 419929.000 3606720.1234  678901.2345 170.778 32.59535912622 "
+                       "-85.29567789741 0.0000 0.10000 0.20000 358.50000 4\r\n");
   EXPECT_NE(FileBytes(folder_ / "a_Mix_PosT.kml").find("green04.png"), std::string::npos);
 }
 
