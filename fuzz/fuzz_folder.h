@@ -6,6 +6,8 @@
 
 #include <unistd.h>
 
+#include <cstddef>
+#include <cstdint>
 #include <cstdlib>
 #include <filesystem>
 #include <string>
@@ -52,6 +54,20 @@ inline void Renew(const std::string& path) {
 inline void WriteNew(const std::string& path, std::string_view bytes) {
   Renew(path);
   WriteWholeFile(path, bytes, FileMode::kBinary);
+}
+
+// Empties the folder, then writes the input behind its first byte (the mode,
+// which the entry reads itself) there as the new file `name` and returns its
+// path. `size` is at least 1. Every file of an input is thus new, as with
+// Renew, also those the reader under test appends to.
+inline std::string WriteInputFile(const std::string& name, const std::uint8_t* data,
+                                  std::size_t size) {
+  std::error_code ignored;
+  for (const auto& entry : std::filesystem::directory_iterator(Folder(), ignored))
+    std::filesystem::remove_all(entry.path(), ignored);
+  const std::string path = Folder() + "/" + name;
+  WriteNew(path, std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1));
+  return path;
 }
 
 }  // namespace tarnlog::fuzz

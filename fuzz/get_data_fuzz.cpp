@@ -15,8 +15,8 @@
 #include <cstdlib>
 #include <string>
 
+#include "fuzz_folder.h"
 #include "pages/nmea/get_data.h"
-#include "scratch_folder.h"
 
 namespace {
 

@@ -17,9 +17,9 @@
 #include <string_view>
 #include <vector>
 
+#include "fuzz_folder.h"
 #include "pages/nmea/log_splitter.h"
 #include "platform/files.h"
-#include "scratch_folder.h"
 
 namespace {
 

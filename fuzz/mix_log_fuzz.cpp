@@ -22,9 +22,9 @@
 #include <iterator>
 #include <string>
 
+#include "fuzz_folder.h"
 #include "pages/nmea/kml_writer.h"
 #include "pages/nmea/mix_log.h"
-#include "scratch_folder.h"
 
 namespace {
 
