@@ -4,7 +4,7 @@
 // The first input byte chooses and isn't part of the log: bits 0-1 the time
 // window (the page's defaults, a five-second window, an empty one, or all of
 // int), bit 2 the NMEA checksum test. Each kind rewrites its own output file
-// in the entry's scratch folder.
+// in the entry's folder.
 //
 // Seeds: GGA and RMC sentences after the gpsd project's u-blox F9P
 // recording (BSD-2-Clause), among binary bytes and lines cut from

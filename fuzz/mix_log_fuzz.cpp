@@ -9,7 +9,7 @@
 // checksum tests on, bit 6 thins to 5 Hz with board value 4. With the tests
 // off, as in most seeds, mutated lines reach the parsers.
 //
-// Every file lies in the entry's scratch folder and is overwritten by the
+// Every file lies in the entry's folder and is overwritten by the
 // next input: the mix log, its KML and the builders' intermediate files
 // (which the builders remove).
 //

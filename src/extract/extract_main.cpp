@@ -10,13 +10,13 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
+#include <utility>
 
 #include "extract/checksums.h"
 #include "extract/dispatch.h"
 #include "extract/extract_options.h"
 #include "extract/open_stream.h"
 #include "extract/scan_sentence.h"
-#include "platform/files.h"
 
 namespace tarnlog {
 namespace {
@@ -56,12 +56,12 @@ class ExtractionRun {
         tables_(std::make_unique<ExtractTables>()),
         carry_(kCarrySize + 1),
         sentence_(kSentenceSize + 1) {}
+  ~ExtractionRun() {
+    if (captureFd_ >= 0) ::close(captureFd_);
+  }
 
   void OpenTables() {
-    InFile input;
-    // Only the complaint comes of this open; the capture is read through
-    // the mapping.
-    OpenStream(0, options_.capturePath, input);
+    captureFd_ = OpenCaptureForReading(options_.capturePath);
     // The tables the first options name open first, as the system does.
     for (TableId id :
          {TableId::kRtkPos, TableId::kTtff, TableId::kRtkPosXY, TableId::kMatch, TableId::kBestPos,
@@ -71,10 +71,7 @@ class ExtractionRun {
     if (!settings_.realValueMode) {
       for (std::size_t k = 0; k < kDefaultTableNames.size(); ++k) {
         const auto id = static_cast<TableId>(static_cast<std::size_t>(kFirstDefaultTable) + k);
-        if (!OpenStream(1, TablePath(options_.outputFolder, std::string(kDefaultTableNames[k])),
-                        (*tables_)[id])) {
-          ++unwritableTables_;
-        }
+        OpenTable(id, TablePath(options_.outputFolder, std::string(kDefaultTableNames[k])));
       }
     }
     for (TableId id : options_.optionOrder) {
@@ -126,12 +123,18 @@ class ExtractionRun {
   // Tables that could not be opened, or not written whole.
   int UnwritableTables() const { return unwritableTables_; }
 
+  // The capture's descriptor, opened with the tables (-1 when it couldn't
+  // be); the caller closes it.
+  int TakeCapture() { return std::exchange(captureFd_, -1); }
+
  private:
   void Open(TableId id) {
     const std::string& path = options_.PathOf(id);
-    if (options_.Wants(id) && !path.empty() && !OpenStream(1, path, (*tables_)[id])) {
-      ++unwritableTables_;
-    }
+    if (options_.Wants(id) && !path.empty()) OpenTable(id, path);
+  }
+
+  void OpenTable(TableId id, const std::string& path) {
+    if (!OpenStream(1, path, (*tables_)[id])) ++unwritableTables_;
   }
 
   void CarryTail(const char* tail, std::size_t length) {
@@ -195,6 +198,7 @@ class ExtractionRun {
   std::size_t carryLength_ = 0;
   std::vector<char> sentence_;
   int unwritableTables_ = 0;
+  int captureFd_ = -1;
 };
 
 // Parses, reports the two process endings, and opens the tables.
@@ -243,16 +247,12 @@ ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& setti
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
   ExtractOutcome outcome;
-  // Left unclosed on these two failures, as the system leaves them; the
-  // tables come out empty either way.
-  const int fd = OpenRegularFileForReading(options.capturePath);
-  if (fd < 0) {
-    outcome.unwritableTables = run->UnwritableTables();
-    return outcome;
-  }
+  const int fd = run->TakeCapture();
   struct stat info {};
-  if (::fstat(fd, &info) != 0) {
-    ::close(fd);
+  if (fd < 0 || ::fstat(fd, &info) != 0) {
+    // The run ends here, as the system ends it, without the closing steps;
+    // the tables come out empty.
+    if (fd >= 0) ::close(fd);
     outcome.unwritableTables = run->UnwritableTables();
     return outcome;
   }

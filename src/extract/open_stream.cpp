@@ -25,6 +25,12 @@ bool OpenStream(int mode, const std::string& path, OutFile& stream) {
   return false;
 }
 
+int OpenCaptureForReading(const std::string& path) {
+  const int fd = OpenRegularFileForReading(path);
+  if (fd < 0) ComplainAbout("Cannot open  read  file:\n", path);
+  return fd;
+}
+
 bool OpenStream(int mode, const std::string& path, InFile& stream) {
   stream.Close();
   if (mode == 0 && stream.Open(path, FileMode::kBinary)) return true;

@@ -18,4 +18,8 @@ bool OpenStream(int mode, const std::string& path, OutFile& stream);
 // as above.
 bool OpenStream(int mode, const std::string& path, InFile& stream);
 
+// The capture, opened once for its mapping: a regular file's descriptor,
+// or -1 after the same complaint as a failed read open.
+int OpenCaptureForReading(const std::string& path);
+
 }  // namespace tarnlog

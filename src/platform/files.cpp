@@ -22,8 +22,16 @@ constexpr std::size_t kBufferSize = 64 * 1024;
 // Most formatted rows fit here; longer ones go through the heap.
 constexpr std::size_t kStackFormatSize = 4096;
 
-// False when not every byte got through (disk full or the like): the file
-// keeps what did.
+ssize_t ReadSome(int fd, char* data, std::size_t size) {
+  ssize_t got;
+  do {
+    got = ::read(fd, data, size);
+  } while (got < 0 && errno == EINTR);
+  return got;
+}
+
+}  // namespace
+
 bool WriteAll(int fd, const char* data, std::size_t size) {
   while (size > 0) {
     const ssize_t written = ::write(fd, data, size);
@@ -36,16 +44,6 @@ bool WriteAll(int fd, const char* data, std::size_t size) {
   }
   return true;
 }
-
-ssize_t ReadSome(int fd, char* data, std::size_t size) {
-  ssize_t got;
-  do {
-    got = ::read(fd, data, size);
-  } while (got < 0 && errno == EINTR);
-  return got;
-}
-
-}  // namespace
 
 // ---- OutFile ----
 
@@ -252,7 +250,10 @@ bool InFile::ReadLine(char* buffer, std::size_t size) {
   // A one-byte buffer takes no text; it still tells whether any is left, so
   // that a read loop ends.
   if (size == 1) return pos_ < end_ || Refill();
+  return ReadLineInto(buffer, size) > 0;
+}
 
+std::size_t InFile::ReadLineInto(char* buffer, std::size_t size) {
   const bool text = mode_ == FileMode::kText;
   const std::size_t limit = size - 1;
   std::size_t n = 0;
@@ -283,21 +284,20 @@ bool InFile::ReadLine(char* buffer, std::size_t size) {
     }
   }
   buffer[n] = '\0';
-  return n > 0;
+  return n;
 }
 
-bool InFile::ReadLineSkippingRest(char* buffer, std::size_t size) {
-  if (size == 0) return false;
-  // ReadLine writes only the bytes it read and their terminator, so a mark
-  // past the limit tells a full buffer from a shorter line, NULs or not.
-  const std::size_t limit = size - 1;
-  buffer[limit] = '\x01';
-  if (!ReadLine(buffer, size)) return false;
-  const bool full = buffer[limit] == '\0';
-  if (!full || (limit > 0 && buffer[limit - 1] == '\n')) return true;
+std::size_t InFile::ReadLineSkippingRest(char* buffer, std::size_t size, bool* cut) {
+  if (cut) *cut = false;
+  if (size == 0) return 0;
+  buffer[0] = '\0';
+  if (fd_ < 0 || size == 1) return 0;
+  const std::size_t n = ReadLineInto(buffer, size);
+  if (n < size - 1 || buffer[n - 1] == '\n') return n;
+  if (cut) *cut = true;
   for (int c = NextByte(); c >= 0 && c != '\n'; c = NextByte()) {
   }
-  return true;
+  return n;
 }
 
 std::size_t InFile::Read(char* buffer, std::size_t size) {

@@ -53,6 +53,11 @@ class OutFile {
   std::vector<char> buffer_;
 };
 
+// Writes all `size` bytes to a descriptor, going on after interruptions;
+// false when not every byte got through (disk full or the like): the file
+// keeps what did.
+bool WriteAll(int fd, const char* data, std::size_t size);
+
 // Opens a regular file read-only and returns its descriptor, or -1. Anything
 // else (a folder, a FIFO, a device) is refused without blocking: every
 // reader of captures, logs, scripts and configuration opens through here.
@@ -84,12 +89,17 @@ class InFile {
   bool ReadLine(char* buffer, std::size_t size);
   // ReadLine for readers with a read limit: a line longer than size-1 bytes
   // gives its first size-1 bytes, and the rest of it, up to and including
-  // its '\n', is skipped instead of arriving as a line of its own.
-  bool ReadLineSkippingRest(char* buffer, std::size_t size);
+  // its '\n', is skipped instead of arriving as a line of its own. Returns
+  // the bytes stored (NULs of the line included), 0 at end of file; `*cut`
+  // tells that the buffer filled before a line end. A size below 2 reads
+  // nothing.
+  std::size_t ReadLineSkippingRest(char* buffer, std::size_t size, bool* cut = nullptr);
   // Up to `size` bytes; returns how many were read (0 at end of file).
   std::size_t Read(char* buffer, std::size_t size);
 
  private:
+  // ReadLine's work for a size of 2 or more: returns the bytes stored.
+  std::size_t ReadLineInto(char* buffer, std::size_t size);
   int NextByte();  // -1 at end of file
   bool Refill();
 

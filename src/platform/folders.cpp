@@ -54,19 +54,6 @@ bool MatchPlain(std::string_view pattern, std::string_view name) {
   return p == pattern.size();
 }
 
-bool WriteAll(int fd, const char* data, std::size_t size) {
-  while (size > 0) {
-    ssize_t written = ::write(fd, data, size);
-    if (written < 0) {
-      if (errno == EINTR) continue;
-      return false;
-    }
-    data += written;
-    size -= static_cast<std::size_t>(written);
-  }
-  return true;
-}
-
 // Copies the bytes and the mode bits of a regular file; `createFlags` says
 // what happens to an existing target (O_EXCL or O_TRUNC).
 bool CopyBytes(const std::string& from, const std::string& to, int createFlags) {
@@ -74,7 +61,7 @@ bool CopyBytes(const std::string& from, const std::string& to, int createFlags) 
   int in = OpenRegularFileForReading(from);
   if (in < 0) return false;
   struct stat info {};
-  if (::fstat(in, &info) != 0 || !S_ISREG(info.st_mode)) {
+  if (::fstat(in, &info) != 0) {
     ::close(in);
     return false;
   }

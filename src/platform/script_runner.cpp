@@ -57,15 +57,7 @@ void Report(std::string_view text) {
   line += text;
   std::replace(line.begin(), line.end(), '\n', ' ');  // a name may hold one
   line += '\n';
-  const char* data = line.data();
-  std::size_t left = line.size();
-  while (left > 0) {
-    ssize_t written = ::write(STDERR_FILENO, data, left);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return;
-    data += written;
-    left -= static_cast<std::size_t>(written);
-  }
+  WriteAll(STDERR_FILENO, line.data(), line.size());
 }
 
 // Nothing, or a letter and a colon: the drive line of a script.
@@ -203,12 +195,11 @@ bool WritesInside(const std::string& root, const std::string& destination) {
   return !real.empty() && InsideTree(root, real);
 }
 
-// The folder a script file lies in, as the path names it: the root of the
-// tree it may touch once its links and dots are resolved.
+// The folder a script file lies in: the root of the tree it may touch once
+// its links and dots are resolved.
 std::string FolderOfScript(const std::string& scriptPath) {
-  const std::size_t cut = scriptPath.rfind('/');
-  if (cut == std::string::npos) return ".";
-  return cut == 0 ? "/" : scriptPath.substr(0, cut);
+  const std::string folder = FolderOf(MakeAbsolute(scriptPath));
+  return folder.empty() ? "/" : folder;
 }
 
 std::string NameOf(const std::string& path) {
@@ -575,27 +566,18 @@ int RunScriptFile(const std::string& scriptPath, const std::string& startFolder)
   // end, the LF and the closing NUL. Whatever the file, no more is held.
   char chunk[kMaxScriptLineLength + 3];
   std::size_t lineNumber = 0;
-  bool inLongLine = false;  // the rest of a refused line is skipped, never run
   while (!runner.Stopped()) {
-    // ReadLine writes nothing past its closing NUL; with no NUL in the
-    // buffer before, the last one marks the end even when the line holds
-    // NUL bytes of its own.
-    std::memset(chunk, 1, sizeof chunk);
-    if (!file.ReadLine(chunk, sizeof chunk)) break;
-    const std::string_view text(chunk, std::string_view(chunk, sizeof chunk).rfind('\0'));
-    const bool ended = !text.empty() && text.back() == '\n';
-    if (inLongLine) {
-      inLongLine = !ended;
-      continue;
-    }
+    bool cut = false;
+    const std::size_t length = file.ReadLineSkippingRest(chunk, sizeof chunk, &cut);
+    if (length == 0) break;
     ++lineNumber;
-    std::string_view body = text;
-    if (ended) body.remove_suffix(1);
+    std::string_view body(chunk, length);
+    if (body.back() == '\n') body.remove_suffix(1);
     if (!body.empty() && body.back() == '\r') body.remove_suffix(1);
-    if (body.size() > kMaxScriptLineLength) {
+    // The rest of a cut line is skipped with it, never run.
+    if (cut || body.size() > kMaxScriptLineLength) {
       Report("line " + std::to_string(lineNumber) + ": longer than " +
              std::to_string(kMaxScriptLineLength) + " characters, skipped");
-      inLongLine = !ended;
       continue;
     }
     runner.RunLine(body);

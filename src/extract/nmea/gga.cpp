@@ -7,6 +7,7 @@
 
 #include "extract/nmea/nmea_extractors.h"
 #include "extract/nmea/nmea_fields.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -52,8 +53,8 @@ void ExtractGga(GgaKind kind, const char* s, OutFile* table, ExtractionState& st
 
   const double latitude = NmeaDegrees(f[2], 2, f[3]);
   const double longitude = NmeaDegrees(f[4], 3, f[5]);
-  const int quality = FieldInt(f[6]);
-  const int satellites = FieldInt(f[7]);
+  const int quality = TextToInt(f[6]);
+  const int satellites = TextToInt(f[7]);
   const double hdop = FieldDouble(f[8]);
   const double altitude = FieldDouble(f[9]);
   const double geoid = FieldDouble(f[11]);
@@ -93,7 +94,7 @@ void ExtractGns(const char* s, OutFile* table, NmeaState& state) {
   if (table == nullptr) return;
   table->Printf("%d,%.3f,%.11f,%.11f,%.4f,%.2f,%d,%d,%d,%.4f,%s,%d\n", state.gns.day, seconds,
                 latitude, longitude, altitude + geoid, FieldDouble(f[8]), ModeNumber(f[6]),
-                FieldInt(f[7]), FieldInt(f[11]), geoid, f[12], TalkerNumber(s));
+                TextToInt(f[7]), TextToInt(f[11]), geoid, f[12], TalkerNumber(s));
 }
 
 }  // namespace tarnlog

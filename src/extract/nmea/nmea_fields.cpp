@@ -1,6 +1,5 @@
 #include "extract/nmea/nmea_fields.h"
 
-#include <climits>
 #include <cstdlib>
 #include <cstring>
 
@@ -83,11 +82,6 @@ double FieldDouble(const char* text) {
   double value = 0.0;
   ReadDouble(text, &value);
   return value;
-}
-
-int FieldInt(const char* text) {
-  const long value = std::strtol(text, nullptr, 10);
-  return value > INT_MAX ? INT_MAX : value < INT_MIN ? INT_MIN : static_cast<int>(value);
 }
 
 double NmeaDegrees(const char* text, int degreeDigits, const char* hemisphere) {

@@ -46,9 +46,8 @@ bool ReadNmeaTime(const char* text, NmeaTime* time, const char** end = nullptr);
 // degrees, negative when the hemisphere field is "S" or "W".
 double NmeaDegrees(const char* text, int degreeDigits, const char* hemisphere);
 
-// atof and atoi over a field.
+// atof over a field (atoi is TextToInt of platform/saturating.h).
 double FieldDouble(const char* text);
-int FieldInt(const char* text);
 
 // True when the sentence begins with '$', one of the two-letter talkers in
 // `talkers` (pairs, e.g. "GNGPBD"), and `type`.
