@@ -69,6 +69,16 @@ AutoTestSwitch Page::TakeAutoTestSwitch(std::string_view switchText) {
   return found;
 }
 
+std::optional<AutoTestConfig> Page::TakeAutomaticTest(std::string_view switchText,
+                                                      unsigned char AutoTestConfig::*flag) {
+  const AutoTestSwitch found = TakeAutoTestSwitch(switchText);
+  if (found.state != AutoTestSwitch::State::kTaken) return std::nullopt;
+  AutoTestConfig config;
+  config.path = found.folder;
+  if (config.path.empty() || !config.Load() || config.*flag == 0) SelfTerminate();
+  return config;
+}
+
 void Page::RefuseAutoTestSwitch(std::string_view switchText) {
   if (TakeAutoTestSwitch(switchText).state == AutoTestSwitch::State::kTaken) {
     EndProcess(

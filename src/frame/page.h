@@ -5,10 +5,12 @@
 
 #include <atomic>
 #include <functional>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <vector>
 
+#include "frame/auto_test_config.h"
 #include "frame/auto_test_switch.h"
 #include "frame/command_line.h"
 #include "frame/fields.h"
@@ -104,6 +106,12 @@ class Page {
   // Looks for this page's automatic-test switch in the start. A taken switch
   // begins a command-line run; an ignored one is reported to the frame.
   AutoTestSwitch TakeAutoTestSwitch(std::string_view switchText);
+  // The start of an automatic-test copy of the program: takes the switch
+  // and loads the test folder's configuration. A copy whose configuration
+  // can't be read, or whose test flag (`flag`) is off, ends at once; nothing
+  // comes back when the switch isn't taken.
+  std::optional<AutoTestConfig> TakeAutomaticTest(std::string_view switchText,
+                                                  unsigned char AutoTestConfig::*flag);
   // For a page whose automatic test isn't built yet: a taken switch ends the
   // headless run with status 2 and a line saying so.
   void RefuseAutoTestSwitch(std::string_view switchText);

@@ -1,0 +1,67 @@
+// Record-time extraction: one receiver log to one small time file per log
+// type, a line per received message with its GPS week and seconds and a few
+// header values, for the continuity analysis. It shares the framing and the
+// frame check with the table extraction and nothing else.
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <memory>
+#include <string>
+
+namespace tarnlog {
+
+// Both mask words with every bit set: "SelectAllLog".
+inline constexpr std::uint32_t kAllLogTypes = 0xFFFFFFFFu;
+
+// Logs up to this size are read in blocks of 102400 bytes; larger ones
+// through mapped views sliced into 204800-byte pieces.
+inline constexpr std::uint64_t kRecordTimeBlockReadLimit = 1073741824;
+
+struct RecordTimeOptions {
+  std::uint32_t logMaskA = 0;
+  std::uint32_t logMaskB = 0;
+  bool crcCheck = true;      // kept with the page's tick; the frame check is always made
+  bool nmeaCrcCheck = true;  // "NemaCRCCheck": checksums of '$' lines
+  bool otherGga = false;     // "Other_GGA": the per-talker GGA files as well
+  // Tests move the block/mapping boundary down to small sizes.
+  std::uint64_t blockReadLimit = kRecordTimeBlockReadLimit;
+};
+
+class RecordTimeState;
+
+// One extraction after another, as the Continue page runs its rows: the day
+// counters and the latest rover time live here between calls.
+class RecordTimeExtractor {
+ public:
+  RecordTimeExtractor();
+  ~RecordTimeExtractor();
+  RecordTimeExtractor(const RecordTimeExtractor&) = delete;
+  RecordTimeExtractor& operator=(const RecordTimeExtractor&) = delete;
+
+  // Opens the log (a regular file) and creates every time file empty in
+  // `folder`, with the per-satellite subfolders. False, with nothing
+  // created, when the log can't be opened: the caller's run stops there. A
+  // time file that can't be created stays closed and its lines go nowhere.
+  bool OpenTimeFiles(const std::string& logPath, const std::string& folder,
+                     const RecordTimeOptions& options);
+  // Walks the opened log in one sweep; false when it could not be read to
+  // its end. The day counters start again at the log's start.
+  bool Extract();
+  // Closes every time file and every per-satellite file and clears their
+  // slots; the log is closed too.
+  void CloseTimeFiles();
+
+  // The same filter, classifier and writer over bytes already in memory,
+  // fed in blocks as a log is (for the fuzzer and the tests); the time files
+  // must be open.
+  void ExtractFromMemory(const char* bytes, std::size_t size);
+
+  // The Continue page resets the RMC day counter before each row.
+  void ResetRmcDayCounter();
+
+ private:
+  std::unique_ptr<RecordTimeState> state_;
+};
+
+}  // namespace tarnlog

@@ -1,0 +1,179 @@
+#include "frame/auto_test_config.h"
+
+#include <cstdio>
+#include <cstring>
+#include <string_view>
+
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
+
+namespace tarnlog {
+namespace {
+
+// The three files carry their "\r\n" line ends as they stand: they are
+// written in binary mode, so every line ends in exactly one CR LF.
+constexpr FileMode kConfigWriteMode = FileMode::kBinary;
+
+constexpr std::size_t kFileListLineLimit = 1024;
+constexpr std::size_t kModeLineLimit = 128;
+
+std::string FileListPath(const std::string& testFolder) {
+  return JoinPath(AutoTestConfigFolder(testFolder), "filelist.ini");
+}
+std::string RealValuePath(const std::string& testFolder) {
+  return JoinPath(AutoTestConfigFolder(testFolder), "realvalue.ini");
+}
+std::string ModePath(const std::string& testFolder) {
+  return JoinPath(AutoTestConfigFolder(testFolder), "mode.ini");
+}
+
+// The line as read, with its ending "\r\n" or "\n" cut.
+void CutLineEnd(char* line, std::size_t length) {
+  if (length > 0 && line[length - 1] == '\n') line[--length] = '\0';
+  if (length > 0 && line[length - 1] == '\r') line[--length] = '\0';
+}
+
+std::string NameWithExtension(const std::string& path) {
+  const PathParts parts = SplitPath(path);
+  return parts.name + parts.extension;
+}
+
+struct ModeFlag {
+  std::string_view name;
+  unsigned char AutoTestConfig::*flag;
+};
+
+// The tab captions, with "Nmea" where the tab reads "Nema".
+constexpr ModeFlag kModeFlags[] = {
+    {"Static", &AutoTestConfig::runStatic},       {"Dynamic", &AutoTestConfig::runDynamic},
+    {"Noise", &AutoTestConfig::runNoise},         {"Initial", &AutoTestConfig::runInitial},
+    {"Continue", &AutoTestConfig::runContinue},   {"Nmea", &AutoTestConfig::runNmea},
+    {"RangePlot", &AutoTestConfig::runRangePlot},
+};
+
+bool WriteFileList(const AutoTestConfig& config) {
+  OutFile out;
+  if (!out.Open(FileListPath(config.path), kConfigWriteMode)) return false;
+  const bool anything = config.fileCount > 0 || !config.goldenFile.empty();
+  if (!anything) return false;  // the file stays empty
+  out.Printf("FileList:%d\r\n", config.fileCount);
+  for (int i = 0; i < config.fileCount && i < static_cast<int>(kAutoTestFileCapacity); ++i) {
+    const std::string& name =
+        config.filePaths[i].empty() ? config.fileNames[i] : NameWithExtension(config.filePaths[i]);
+    out.Printf("%s\r\n", name.c_str());
+  }
+  out.Write("\r\n");
+  if (!config.goldenFile.empty()) {
+    out.Write("GoldenFile:\r\n");
+    out.Printf("%s\r\n", NameWithExtension(config.goldenFile).c_str());
+  }
+  return true;
+}
+
+void WriteRealValues(const AutoTestConfig& config) {
+  OutFile out;
+  if (!out.Open(RealValuePath(config.path), kConfigWriteMode)) return;
+  for (const auto* value : {&config.realA, &config.realB}) {
+    out.Printf("%.10f,%.10f,%.10f\r\n", (*value)[0], (*value)[1], (*value)[2]);
+  }
+}
+
+void WriteModes(const AutoTestConfig& config) {
+  OutFile out;
+  if (!out.Open(ModePath(config.path), kConfigWriteMode)) return;
+  for (const ModeFlag& mode : kModeFlags) {
+    out.Printf("%.*s,%d\r\n", static_cast<int>(mode.name.size()), mode.name.data(),
+               config.*mode.flag);
+  }
+}
+
+bool ReadFileList(AutoTestConfig& config) {
+  InFile in;
+  if (!in.Open(FileListPath(config.path), FileMode::kText)) return false;
+  char line[kFileListLineLimit + 1];
+  std::size_t length = 0;
+  config.fileCount = 0;
+  while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
+    CutLineEnd(line, length);
+    if (std::strncmp(line, "FileList", 8) == 0) {
+      int count = 0;
+      if (std::sscanf(line, "%*[^:]:%d", &count) != 1) continue;
+      for (int i = 0; i < count && i < static_cast<int>(kAutoTestFileCapacity); ++i) {
+        length = in.ReadLineSkippingRest(line, sizeof line);
+        if (length == 0) return false;  // fewer names than the count
+        CutLineEnd(line, length);
+        config.fileNames[i] = line;
+        config.filePaths[i] = JoinPath(config.path, line);
+        config.fileCount = i + 1;
+      }
+    } else if (std::strncmp(line, "GoldenFile", 10) == 0) {
+      length = in.ReadLineSkippingRest(line, sizeof line);
+      if (length == 0) return false;
+      CutLineEnd(line, length);
+      config.goldenFile = line;
+    }
+  }
+  return true;
+}
+
+bool ReadModes(AutoTestConfig& config) {
+  InFile in;
+  if (!in.Open(ModePath(config.path), FileMode::kText)) return false;
+  char line[kModeLineLimit + 1];
+  std::size_t length = 0;
+  while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
+    CutLineEnd(line, length);
+    char name[kModeLineLimit + 1] = {};
+    int value = 0;
+    if (std::sscanf(line, "%128[^,],%d", name, &value) != 2) continue;
+    for (const ModeFlag& mode : kModeFlags) {
+      if (mode.name == name) config.*mode.flag = value == 1 ? 1 : 0;
+    }
+  }
+  return true;
+}
+
+bool ReadRealValues(AutoTestConfig& config) {
+  InFile in;
+  if (!in.Open(RealValuePath(config.path), FileMode::kText)) return false;
+  char line[kFileListLineLimit + 1];
+  for (auto* value : {&config.realA, &config.realB}) {
+    const std::size_t length = in.ReadLineSkippingRest(line, sizeof line);
+    if (length == 0) return false;
+    CutLineEnd(line, length);
+    // Values land in place as they are read: a line cut short keeps the
+    // ones before the cut.
+    if (std::sscanf(line, "%lf,%lf,%lf", &(*value)[0], &(*value)[1], &(*value)[2]) != 3) {
+      return false;
+    }
+  }
+  return true;
+}
+
+}  // namespace
+
+std::string AutoTestConfigFolder(const std::string& testFolder) {
+  return JoinPath(testFolder, "AutoTestConfig");
+}
+
+AutoTestConfig::AutoTestConfig(const std::string& folder) {
+  if (folder.empty()) return;
+  path = folder;
+  Load();
+}
+
+bool AutoTestConfig::Save() const {
+  if (path.empty()) return false;
+  MakeFolder(AutoTestConfigFolder(path));
+  const bool listed = WriteFileList(*this);
+  WriteRealValues(*this);
+  WriteModes(*this);
+  return listed;
+}
+
+bool AutoTestConfig::Load() {
+  return ReadFileList(*this) && ReadModes(*this) && ReadRealValues(*this);
+}
+
+}  // namespace tarnlog
