@@ -19,6 +19,11 @@ CheckField::CheckField(Page& page, std::string_view caption, bool defaultChecked
       checked(defaultChecked),
       defaultChecked(defaultChecked) {}
 
+void CheckField::Click() {
+  checked = !checked;
+  if (onClicked) onClicked();
+}
+
 ChoiceField::ChoiceField(Page& page, std::string_view caption, std::vector<std::string> entries,
                          int defaultIndex, std::string_view group, ChoiceStyle style)
     : Field(page, caption, FieldKind::kChoice, group),

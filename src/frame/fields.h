@@ -63,8 +63,13 @@ class CheckField : public Field {
              std::string_view group = {});
   void Reset() override { checked = defaultChecked; }
 
+  // The user's click: the tick flips, then the page's clicked action runs.
+  // Setting `checked` directly runs nothing.
+  void Click();
+
   bool checked;
   const bool defaultChecked;
+  std::function<void()> onClicked;
 };
 
 class ChoiceField : public Field {

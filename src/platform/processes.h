@@ -21,7 +21,8 @@ struct ChildProcess {
 };
 
 // Launches a script without a console: through the script runner, in the
-// current folder of the process, standard output discarded.
+// current folder of the process, standard output discarded. A script that
+// is not a regular file fails to launch.
 ChildProcess LaunchScript(const std::string& scriptPath);
 
 // Waits without limit for the child and releases it; a failed launch

@@ -58,7 +58,9 @@ std::vector<char*> Pointers(std::vector<std::string>& texts) {
 TempFolder::TempFolder() {
   const char* base = std::getenv("TMPDIR");
   std::string pattern = (base != nullptr && *base != '\0') ? base : "/tmp";
-  pattern += "/tarnlog-test-XXXXXX";
+  // No mode word in the name: an automatic-test call's last argument is the
+  // test folder, and a word in it would start that mode as well.
+  pattern += "/tarnlog-scratch-XXXXXX";
   if (::mkdtemp(pattern.data()) == nullptr) {
     ADD_FAILURE() << "can't make a scratch folder: " << std::strerror(errno);
     return;
