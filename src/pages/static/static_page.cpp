@@ -110,7 +110,13 @@ void llherroRTKStatic::Start() {
   stamp_ = TimeStamp();
   RealValueEditor editor = Editor();
   if (!StartRealValueEditor(editor)) return;
-  RefuseAutoTestSwitch(kStaticSwitch);
+  const std::optional<AutoTestConfig> test =
+      TakeAutomaticTest(kStaticSwitch, &AutoTestConfig::runStatic);
+  if (!test) return;
+  automaticTest_ = true;
+  for (int i = 0; i < test->fileCount; ++i)
+    AddFile(test->filePaths[i]);
+  process.Press();
 }
 
 RealValueEditor llherroRTKStatic::Editor() {
@@ -287,6 +293,7 @@ void llherroRTKStatic::Worker(StaticRun run) {
 
 void llherroRTKStatic::OnFinished() {
   SharedExtractionState().nmea.ResetDays();
+  if (automaticTest_) SelfTerminate();
   lastFilePath_.clear();
   savePath.text.clear();
   changePath.text.clear();
