@@ -1,5 +1,6 @@
 #include "frame/auto_test_config.h"
 
+#include <algorithm>
 #include <cstdio>
 #include <cstring>
 #include <string_view>
@@ -7,6 +8,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/saturating.h"
 
 namespace tarnlog {
 namespace {
@@ -34,9 +36,20 @@ void CutLineEnd(char* line, std::size_t length) {
   if (length > 0 && line[length - 1] == '\r') line[--length] = '\0';
 }
 
+// The last element of a path, its extension whole.
 std::string NameWithExtension(const std::string& path) {
-  const PathParts parts = SplitPath(path);
-  return parts.name + parts.extension;
+  return path.substr(path.find_last_of(kPathSeparator) + 1);
+}
+
+// "%d" as the readers' formats take it: blanks, a sign and at least one
+// digit; a value beyond int's range is held at its end.
+bool ReadInt(const char* text, int& value) {
+  while (*text == ' ' || (*text >= '\t' && *text <= '\r'))
+    ++text;
+  const char* digits = (*text == '-' || *text == '+') ? text + 1 : text;
+  if (*digits < '0' || *digits > '9') return false;
+  value = TextToInt(text);
+  return true;
 }
 
 struct ModeFlag {
@@ -55,10 +68,10 @@ constexpr ModeFlag kModeFlags[] = {
 bool WriteFileList(const AutoTestConfig& config) {
   OutFile out;
   if (!out.Open(FileListPath(config.path), kConfigWriteMode)) return false;
-  const bool anything = config.fileCount > 0 || !config.goldenFile.empty();
-  if (!anything) return false;  // the file stays empty
-  out.Printf("FileList:%d\r\n", config.fileCount);
-  for (int i = 0; i < config.fileCount && i < static_cast<int>(kAutoTestFileCapacity); ++i) {
+  const int count = std::clamp(config.fileCount, 0, static_cast<int>(kAutoTestFileCapacity));
+  if (count == 0 && config.goldenFile.empty()) return false;  // the file stays empty
+  out.Printf("FileList:%d\r\n", count);
+  for (int i = 0; i < count; ++i) {
     const std::string& name =
         config.filePaths[i].empty() ? config.fileNames[i] : NameWithExtension(config.filePaths[i]);
     out.Printf("%s\r\n", name.c_str());
@@ -97,11 +110,14 @@ bool ReadFileList(AutoTestConfig& config) {
   while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
     CutLineEnd(line, length);
     if (std::strncmp(line, "FileList", 8) == 0) {
+      const char* colon = std::strchr(line, ':');
       int count = 0;
-      if (std::sscanf(line, "%*[^:]:%d", &count) != 1) continue;
-      for (int i = 0; i < count && i < static_cast<int>(kAutoTestFileCapacity); ++i) {
+      if (colon == nullptr || !ReadInt(colon + 1, count)) continue;
+      // All `count` lines are names; those past the capacity are passed over.
+      for (int i = 0; i < count; ++i) {
         length = in.ReadLineSkippingRest(line, sizeof line);
         if (length == 0) return false;  // fewer names than the count
+        if (i >= static_cast<int>(kAutoTestFileCapacity)) continue;
         CutLineEnd(line, length);
         config.fileNames[i] = line;
         config.filePaths[i] = JoinPath(config.path, line);
@@ -124,11 +140,13 @@ bool ReadModes(AutoTestConfig& config) {
   std::size_t length = 0;
   while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
     CutLineEnd(line, length);
-    char name[kModeLineLimit + 1] = {};
+    // "<name>,<number>": the name runs up to the first comma.
+    const char* comma = std::strchr(line, ',');
     int value = 0;
-    if (std::sscanf(line, "%128[^,],%d", name, &value) != 2) continue;
+    if (comma == nullptr || comma == line || !ReadInt(comma + 1, value) || value != 1) continue;
+    const std::string_view name(line, static_cast<std::size_t>(comma - line));
     for (const ModeFlag& mode : kModeFlags) {
-      if (mode.name == name) config.*mode.flag = value == 1 ? 1 : 0;
+      if (mode.name == name) config.*mode.flag = 1;
     }
   }
   return true;
@@ -166,10 +184,11 @@ AutoTestConfig::AutoTestConfig(const std::string& folder) {
 bool AutoTestConfig::Save() const {
   if (path.empty()) return false;
   MakeFolder(AutoTestConfigFolder(path));
-  const bool listed = WriteFileList(*this);
+  // With nothing to list the save ends at the empty filelist.ini.
+  if (!WriteFileList(*this)) return false;
   WriteRealValues(*this);
   WriteModes(*this);
-  return listed;
+  return true;
 }
 
 bool AutoTestConfig::Load() {

@@ -17,13 +17,16 @@ struct AutoTestConfig {
   // loaded (the result of that load is not kept).
   explicit AutoTestConfig(const std::string& folder);
 
-  // Writes the three files (creating the AutoTestConfig folder, result
-  // ignored). False when `path` is empty, or when there is neither a file
-  // nor a golden file to list (filelist.ini is then left empty).
+  // Writes filelist.ini, realvalue.ini and mode.ini (creating the
+  // AutoTestConfig folder, result ignored). False when `path` is empty, or
+  // when there is neither a file nor a golden file to list: filelist.ini is
+  // then left empty and the other two aren't written. A name is written as
+  // the last element of its full path, or the name itself without one.
   bool Save() const;
   // Reads filelist.ini, then mode.ini, then realvalue.ini, stopping at the
-  // first that fails. What was read before a failure stays, and `fileCount`
-  // counts the names that really came in.
+  // first that fails. A flag is set only by its exact name with the number
+  // 1; unknown names and other numbers leave the flags as they are. What was read before a failure
+  // stays, and `fileCount` counts the names that really came in.
   bool Load();
 
   std::string path;

@@ -2,6 +2,8 @@
 // real-value list on several pages.
 #pragma once
 
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "frame/fields.h"
@@ -9,15 +11,33 @@
 
 namespace tarnlog {
 
+struct Coordinates {
+  double latitude = 0.0;   // degrees
+  double longitude = 0.0;  // degrees
+  double height = 0.0;     // metres
+};
+
 struct CoordinateFields {
   CoordinateFields(Page& page, std::string_view group);
 
   // Shows a row's values as the dialog's data exchange does ("%.15g").
   void Show(const RealValueRow& row);
+  void Show(const Coordinates& values);
+
+  // Reads the three fields as plain text-to-double conversions. The latitude
+  // must lie in -90..90 and the longitude in -180..180: otherwise `values`
+  // stays as it was and the result is the check's message about the first
+  // field out of range, latitude before longitude.
+  std::optional<std::string> Read(Coordinates& values) const;
 
   TextField latitude;
   TextField longitude;
   TextField height;
 };
+
+// A coordinate field as a refused check names it: its set and caption, its
+// text as it stands and the range of its kind ("Master Latitude is "nan",
+// it must lie in -90 to 90").
+std::string CoordinateFieldRange(const TextField& field);
 
 }  // namespace tarnlog

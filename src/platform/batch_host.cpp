@@ -53,4 +53,8 @@ void BatchHost::PostFinished(std::function<void()> handler) {
   if (handler) handler();
 }
 
+void BatchHost::Post(std::function<void()> handler) {
+  if (handler) handler();
+}
+
 }  // namespace tarnlog

@@ -17,6 +17,7 @@ class BatchHost : public PageHost {
   std::optional<std::string> ChooseFile(std::string_view filter) override;
   std::optional<std::string> ChooseFolder(std::string_view title) override;
   void PostFinished(std::function<void()> handler) override;
+  void Post(std::function<void()> handler) override;
 
  private:
   std::mutex outputMutex_;  // worker threads and the main thread both print

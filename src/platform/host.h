@@ -58,6 +58,10 @@ class PageHost {
   // The page's finished notice: `handler` runs on the interface thread, after
   // the worker that posts it has gone on.
   virtual void PostFinished(std::function<void()> handler) = 0;
+  // Any other notice of a worker to its page (a run has started, a stage
+  // begins): `handler` runs on the interface thread, after the worker that
+  // posts it has gone on.
+  virtual void Post(std::function<void()> handler) = 0;
 };
 
 }  // namespace tarnlog

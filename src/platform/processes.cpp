@@ -31,14 +31,22 @@ std::string& RunnerOverride() {
   return path;
 }
 
+// The whole path or nothing.
 std::string OwnExecutable() {
-  char buffer[4096];
-  const ssize_t size = ::readlink("/proc/self/exe", buffer, sizeof buffer);
-  if (size <= 0 || static_cast<std::size_t>(size) >= sizeof buffer) return {};
-  return std::string(buffer, static_cast<std::size_t>(size));
+  constexpr std::size_t kLimit = 4096;
+  std::string self = OwnProgramPath(kLimit);
+  if (self.size() >= kLimit) self.clear();
+  return self;
 }
 
 }  // namespace
+
+std::string OwnProgramPath(std::size_t limit) {
+  std::vector<char> buffer(limit);
+  const ssize_t size = ::readlink("/proc/self/exe", buffer.data(), buffer.size());
+  if (size <= 0) return {};
+  return std::string(buffer.data(), static_cast<std::size_t>(size));
+}
 
 std::string ScriptRunnerPath() {
   {

@@ -42,6 +42,10 @@ void RunScriptsFanOut(const std::vector<std::string>& scriptPaths);
 // script, the folder of the input beside which it lies).
 void RunCommandLine(std::string_view commandLine, const std::string& treeRoot);
 
+// The running program's own path (/proc/self/exe), cut after `limit` bytes;
+// empty when it can't be read.
+std::string OwnProgramPath(std::size_t limit);
+
 // Where the script runner lives: $TARNLOG_SCRIPT_RUNNER, else tarnlog-script
 // beside the running executable, else the name alone (found on PATH).
 std::string ScriptRunnerPath();

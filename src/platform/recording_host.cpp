@@ -54,6 +54,10 @@ void RecordingHost::PostFinished(std::function<void()> handler) {
   if (handler) handler();  // outside the lock: the handler may report again
 }
 
+void RecordingHost::Post(std::function<void()> handler) {
+  if (handler) handler();
+}
+
 std::string RecordingHost::Status() const {
   std::lock_guard<std::mutex> lock(mutex_);
   return statuses.empty() ? std::string() : statuses.back();

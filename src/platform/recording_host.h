@@ -24,6 +24,7 @@ class RecordingHost : public PageHost {
   std::optional<std::string> ChooseFile(std::string_view filter) override;
   std::optional<std::string> ChooseFolder(std::string_view title) override;
   void PostFinished(std::function<void()> handler) override;
+  void Post(std::function<void()> handler) override;
 
   // What the page did, in order.
   std::vector<Message> messages;

@@ -10,11 +10,7 @@ namespace tarnlog {
 namespace {
 
 void Show(RealValueSet& set) {
-  RealValueRow row;
-  row.latitude = set.values.latitude;
-  row.longitude = set.values.longitude;
-  row.height = set.values.height;
-  set.fields.Show(row);
+  set.fields.Show(set.values);
 }
 
 void TakeRow(RealValueSet& set, const RealValueTable& table) {
@@ -23,48 +19,6 @@ void TakeRow(RealValueSet& set, const RealValueTable& table) {
   set.values.latitude = table.rows[row].latitude;
   set.values.longitude = table.rows[row].longitude;
   set.values.height = table.rows[row].height;
-}
-
-constexpr double kLatitudeLimit = 90.0;
-constexpr double kLongitudeLimit = 180.0;
-
-// The negated test also turns away a text that reads as NaN.
-bool InRange(double value, double limit) {
-  return value >= -limit && value <= limit;
-}
-
-// The dialog's check of a coordinate field has no text of its own in this
-// system. Its words are this program's, all here: the message below and the
-// naming of the field in CoordinateFieldRange, shown as the window's box and
-// as the line that ends a batch run.
-std::string OutOfRangeMessage(const TextField& field) {
-  return "Value out of range: " + CoordinateFieldRange(field);
-}
-
-}  // namespace
-
-std::string CoordinateFieldRange(const TextField& field) {
-  const std::string limit = std::to_string(
-      static_cast<int>(field.Caption() == "Longitude" ? kLongitudeLimit : kLatitudeLimit));
-  // The text goes on one line, as every message of a batch run does.
-  std::string text = field.text;
-  for (char& c : text) {
-    if (c == '\r' || c == '\n') c = ' ';
-  }
-  return field.Group() + " " + field.Caption() + " is \"" + text + "\", it must lie in -" + limit +
-         " to " + limit;
-}
-
-namespace {
-
-std::optional<std::string> ReadSet(const CoordinateFields& fields, Coordinates& values) {
-  const Coordinates read{std::atof(fields.latitude.text.c_str()),
-                         std::atof(fields.longitude.text.c_str()),
-                         std::atof(fields.height.text.c_str())};
-  if (!InRange(read.latitude, kLatitudeLimit)) return OutOfRangeMessage(fields.latitude);
-  if (!InRange(read.longitude, kLongitudeLimit)) return OutOfRangeMessage(fields.longitude);
-  values = read;
-  return std::nullopt;
 }
 
 // Add and Modify show a refused field check as its box.
@@ -125,9 +79,9 @@ std::optional<std::string> ReadRealValueSets(RealValueEditor& editor) {
   Coordinates realValue;
   Coordinates master;
   Coordinates slave;
-  std::optional<std::string> refusal = ReadSet(editor.realValue.fields, realValue);
-  if (!refusal) refusal = ReadSet(editor.master.fields, master);
-  if (!refusal) refusal = ReadSet(editor.slave.fields, slave);
+  std::optional<std::string> refusal = editor.realValue.fields.Read(realValue);
+  if (!refusal) refusal = editor.master.fields.Read(master);
+  if (!refusal) refusal = editor.slave.fields.Read(slave);
   if (refusal) return refusal;
   editor.realValue.values = realValue;
   editor.master.values = master;

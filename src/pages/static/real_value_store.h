@@ -24,12 +24,6 @@ inline constexpr std::string_view kRealValueTableFull =
 inline constexpr std::string_view kDeleteRealValueTitle = "Delete RealValue Type";
 inline constexpr std::string_view kDeleteRealValueQuestion = "Do you confirm to delete?";
 
-struct Coordinates {
-  double latitude = 0.0;   // degrees
-  double longitude = 0.0;  // degrees
-  double height = 0.0;     // metres
-};
-
 // A list together with the set it selects: the numbers the page holds and
 // the edit boxes that show them.
 struct RealValueSet {
@@ -71,11 +65,6 @@ void ApplyRealValueSelection(RealValueEditor& editor);
 // about the first field out of range, in the order Real Value, Master,
 // Slave and latitude before longitude.
 std::optional<std::string> ReadRealValueSets(RealValueEditor& editor);
-
-// A coordinate field as a refused check names it: its set and caption, its
-// text as it stands and the range of its kind ("Master Latitude is "nan",
-// it must lie in -90 to 90").
-std::string CoordinateFieldRange(const TextField& field);
 
 // The three actions. Add saves every row with eleven decimals, Modify and
 // Delete with nine.

@@ -38,14 +38,6 @@ std::string BoardTextOnAdd(int board) {
   return board >= kBoardAdis16465 ? kBoardTexts[0] : BoardText(board);
 }
 
-void ShowCoordinates(CoordinateFields& fields, const Coordinates& values) {
-  RealValueRow row;
-  row.latitude = values.latitude;
-  row.longitude = values.longitude;
-  row.height = values.height;
-  fields.Show(row);
-}
-
 }  // namespace
 
 llherroRTKStatic::llherroRTKStatic(PageParent& parent, PageHost& host)
@@ -118,7 +110,13 @@ void llherroRTKStatic::Start() {
   stamp_ = TimeStamp();
   RealValueEditor editor = Editor();
   if (!StartRealValueEditor(editor)) return;
-  RefuseAutoTestSwitch(kStaticSwitch);
+  const std::optional<AutoTestConfig> test =
+      TakeAutomaticTest(kStaticSwitch, &AutoTestConfig::runStatic);
+  if (!test) return;
+  automaticTest_ = true;
+  for (int i = 0; i < test->fileCount; ++i)
+    AddFile(test->filePaths[i]);
+  process.Press();
 }
 
 RealValueEditor llherroRTKStatic::Editor() {
@@ -295,6 +293,7 @@ void llherroRTKStatic::Worker(StaticRun run) {
 
 void llherroRTKStatic::OnFinished() {
   SharedExtractionState().nmea.ResetDays();
+  if (automaticTest_) SelfTerminate();
   lastFilePath_.clear();
   savePath.text.clear();
   changePath.text.clear();
@@ -387,7 +386,7 @@ void llherroRTKStatic::Generate() {
                                              SharedExtractionState());
   if (mean.any) {
     realValue = mean.last;
-    ShowCoordinates(realValueCoordinates, realValue);
+    realValueCoordinates.Show(realValue);
   }
   RemoveFile(JoinPath(StartFolder(), "RTKSPlot" + stamp_ + ".bat"));
   DeleteMeanTables(folder, flags);
@@ -395,7 +394,7 @@ void llherroRTKStatic::Generate() {
   SetStatus("Status: Finished!");
   ClearList(kSlotsClearedByGenerate);
   masterValue = realValue;
-  ShowCoordinates(masterCoordinates, masterValue);
+  masterCoordinates.Show(masterValue);
   realValueType.Select(-1);
   for (std::size_t i : {std::size_t{0}, std::size_t{1}, std::size_t{2}})
     meanSources[i].checked = false;  // PSRPOS, RTKPOS, MATCH
@@ -423,8 +422,8 @@ bool llherroRTKStatic::TakeModeWord(const CommandLine& commandLine, std::string_
   auto number = [&](int position) { return ArgToDouble(commandLine.Arg(position)); };
   masterValue = {number(argc - 8), number(argc - 7), number(argc - 6)};
   slaveValue = {number(argc - 5), number(argc - 4), number(argc - 3)};
-  ShowCoordinates(masterCoordinates, masterValue);
-  ShowCoordinates(slaveCoordinates, slaveValue);
+  masterCoordinates.Show(masterValue);
+  slaveCoordinates.Show(slaveValue);
   const int board = SaturatingInt(number(argc - 2));
   boardType.Select(board >= 0 && board < static_cast<int>(kBoardTexts.size()) ? board : -1);
   OnBoardChanged();

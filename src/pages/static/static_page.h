@@ -27,7 +27,8 @@ class llherroRTKStatic : public Page {
   llherroRTKStatic(PageParent& parent, PageHost& host);
   // Tests Config/AllRealValue.txt, fills the three real-value lists and
   // applies their first entries; when the file can't be read and written
-  // the start stops right after saying so.
+  // the start stops right after saying so. With "-RS -PATH <folder>" the
+  // files of the folder's automatic-test list are added and Process pressed.
   void Start() override;
   void Process() override;
 
@@ -115,6 +116,9 @@ class llherroRTKStatic : public Page {
   bool transferToggled_ = false;
   bool realValueMode_ = false;
   bool perfstatHeaderPending_ = true;
+  // Started by the automatic test's switch: the finished notice ends the
+  // process. Kept apart from the batch flag.
+  bool automaticTest_ = false;
 };
 
 }  // namespace tarnlog
