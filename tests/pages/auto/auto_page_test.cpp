@@ -2,6 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
+
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -248,6 +250,38 @@ TEST_F(AutomaticTestRunTest, AutoRunStartsTheCopiesInOrderAndEnds) {
   EXPECT_EQ(FileBytes(config_ + "filelist.ini"), listBefore);
   EXPECT_EQ(FileBytes(config_ + "mode.ini"), "Static,1\n");
   ExpectStaticResults();
+}
+
+// The laboratory's everyday run: "Static" and "Continue" on. The Continue
+// copy ends by itself once its analysers have ended, so the run goes on to
+// the Noise copy and ends, with every Static call before every Continue one.
+TEST_F(AutomaticTestRunTest, AutoRunWithStaticAndContinue) {
+  testing::InstallStandin(start_ + "/EXE", "All_continues.exe");
+  WriteModes("Static,1\r\nDynamic,0\r\nNoise,0\r\nContinue,1\r\n");
+  const testing::RunResult run = Run("-AUTO");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "Status: Process RTKStatic......\n"
+            "Status:Processing\nStatus:Finished\n"
+            "Status: Process Continue......\n"
+            "Status:Processing...\nStatus:Finished\n"
+            "Status: Process Noise......\n"
+            "Status: Finished\n");
+  const std::vector<testing::StandinCall> calls = testing::ReadStandinLog(start_ + "/calls.log");
+  ASSERT_EQ(calls.size(), 4u);
+  const std::vector<FolderEntry> rows = ListMatching(start_ + "/logs", "Continue*");
+  ASSERT_EQ(rows.size(), 1u);
+  for (std::size_t i = 0; i < 4; ++i) {
+    EXPECT_EQ(calls[i].name, i < 2 ? "llherroRTK_M.exe" : "All_continues.exe");
+    if (i >= 2) {
+      const std::string row = testing::Canonical(start_ + "/logs/" + rows[0].name) +
+                              (calls[i].cwd.back() == 'a' ? "/a" : "/b");
+      EXPECT_EQ(calls[i].cwd, row);
+      EXPECT_EQ(calls[i].args, (std::vector<std::string>{"All_continues.exe", row}));
+    }
+  }
+  EXPECT_LT(std::max(calls[0].endNs, calls[1].endNs), std::min(calls[2].startNs, calls[3].startNs));
+  EXPECT_NE(FileBytes(start_ + "/logs/" + rows[0].name + "/a/BestPosTime.txt"), "<missing>");
 }
 
 TEST_F(AutomaticTestRunTest, AutoRunWithoutAFolderEndsWithItsMessage) {
