@@ -29,14 +29,19 @@ bool FieldInt(const char* body, int index, int& value) {
   return !field.empty() && FieldCursor(field.data()).Decimal(value).ok;
 }
 
-// Week and seconds, then the two hexadecimal words behind the seconds.
+// The long header's week and seconds, then the two hexadecimal words
+// behind the seconds, in one pass.
 bool ReadHeaderWords(const char* line, LineValues& values) {
-  LongHeader header;
-  if (!ReadLongHeader(line, &header)) return false;
-  values.week = header.week;
-  values.seconds = header.seconds;
-  const char* words = BehindComma(line, 7);
-  return words != nullptr && FieldCursor(words).Hex(values.first).Comma().Hex(values.second).ok;
+  const char* week = BehindComma(line, 5);
+  return week != nullptr && FieldCursor(week)
+                                .Int(values.week)
+                                .Comma()
+                                .Double(values.seconds)
+                                .Comma()
+                                .Hex(values.first)
+                                .Comma()
+                                .Hex(values.second)
+                                .ok;
 }
 
 bool ReadLongTime(const char* line, LineValues& values) {
@@ -84,7 +89,8 @@ bool ReadClockTime(const char* at, LineValues& values) {
 bool ReadAhgh(const char* line, LineValues& values) {
   if (!ReadClockTime(BehindComma(line, 1), values)) return false;
   CalendarTime date;
-  FieldCursor cursor(BehindComma(line, 2) ? BehindComma(line, 2) : "");
+  const char* day = BehindComma(line, 2);
+  FieldCursor cursor(day ? day : "");
   cursor.Decimal(date.day).Comma().Decimal(date.month).Comma().Decimal(date.year);
   if (!cursor.ok || date.year < 1980 || date.year > 2099 || date.month < 1 || date.month > 12 ||
       date.day < 1 || date.day > 31 || values.hours > 23 || values.minutes > 59) {
@@ -186,7 +192,8 @@ bool ReadDirectValues(const char* line, DirectValues& values) {
   if (ReadCompactHeader(line, &compact)) {
     values.week = compact.week;
     values.seconds = compact.Seconds();
-    FieldCursor cursor(BehindComma(line, 6) ? BehindComma(line, 6) : "");
+    const char* more = BehindComma(line, 6);
+    FieldCursor cursor(more ? more : "");
     for (int k = 0; k < 4 && cursor.ok; ++k) {
       if (k > 0) cursor.Comma();
       cursor.Decimal(values.more[k]);
