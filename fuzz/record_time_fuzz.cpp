@@ -11,6 +11,7 @@
 #include <cstdint>
 #include <cstdlib>
 #include <string>
+#include <string_view>
 
 #include "extract/record_time/record_time.h"
 #include "fuzz_folder.h"
@@ -21,7 +22,11 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   // One extractor for every input, as the Continue page keeps one for its
   // rows: each log must start its counts afresh.
   static tarnlog::RecordTimeExtractor extractor;
-  const std::string log = tarnlog::fuzz::WriteInputFile("log.txt", data, size);
+  // The time files are truncated by every open, so one folder serves all
+  // inputs; it is memory-backed where it can be, so rewriting costs no
+  // flush.
+  const std::string log = tarnlog::fuzz::Folder() + "/log.txt";
+  tarnlog::fuzz::WriteNew(log, std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1));
   tarnlog::RecordTimeOptions options;
   options.logMaskA = options.logMaskB = tarnlog::kAllLogTypes;
   options.crcCheck = (mode & 0x01) != 0;

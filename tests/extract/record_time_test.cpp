@@ -79,6 +79,7 @@ struct LineCase {
 };
 
 TEST_F(RecordTimeTest, EachKindOfLineHasItsBytes) {
+  const std::string range = LongLog("RANGEA", 2163, "1.000", "0");
   const std::string hexBody = "8b0284a6eeb37a4134a0f0469296b5ee80dc7da6ce1ada076697d4296ac6";
   const std::vector<LineCase> cases = {
       {"classified, header words as hex", LongLog("RANGEA", 2163, "329760.000", "0"),
@@ -120,6 +121,28 @@ TEST_F(RecordTimeTest, EachKindOfLineHasItsBytes) {
       {"BeiDou subframe's own table",
        LongLog("BDSRAWNAVSUBFRAMEA", 2163, "7.000", "5,23,B2D1,1," + hexBody),
        "BDSRAWNAVSUBFRAMEATime.txt", "  2163       7.0000 33554464 38545\n"},
+      {"GLONASS string by its slot",
+       LongLog("GLORAWSTRINGA", 2163, "9.000", "45,3," + hexBody + ",0,7"), "GLOSTRING/45.txt",
+       "  2163       9.0000 45\n"},
+      {"GPS PRN past 32: no file of its own",
+       LongLog("RAWGPSSUBFRAMEA", 2163, "8.000", "2,33,4," + hexBody + ",2"), "GPSSUBFRAME/33.txt",
+       "<missing>"},
+      {"BeiDou signal word of no folder",
+       LongLog("BDSRAWNAVSUBFRAMEA", 2163, "7.000", "5,23,B9D9,1," + hexBody),
+       "BDSRAWNAVSUBFRAMEATime.txt", "  2163       7.0000 33554464 38545\n"},
+      {"BD2 ephemeris", LongLog("BD2EPHEMA", 2163, "1.000", "0"), "Bd2EphemTime.txt",
+       "  2163       1.0000 33554464 38545\n"},
+      {"BDS ephemeris under the same tick", LongLog("BDSEPHEMERISA", 2163, "1.000", "0"),
+       "BdsEphemTime.txt", "  2163       1.0000 33554464 38545\n"},
+      {"PDP position with the TDIF one", LongLog("PDPPOSA", 2163, "1.000", "SOL_COMPUTED,PPP"),
+       "TdifPosTime.txt", "  2163       1.0000 0 69\n"},
+      {"SBAS", LongLog("SBAS26A", 2163, "1.000", "0"), "Sbas.txt",
+       "  2163       1.0000 33554464 38545\n"},
+      {"direct with a long header", LongLog("OBSSTATUSA", 2163, "12.250", "0"), "obsstatus.txt",
+       "2163  12.250\r\n"},
+      {"text behind a NUL is out of sight",
+       range.substr(0, range.size() - 2) + std::string(1, '\0') + "*1\r\n", "RangeTime.txt",
+       "  2163       1.0000 33554464 38545\n"},
       {"GPS subframe by its PRN",
        LongLog("RAWGPSSUBFRAMEA", 2163, "8.000", "2,20,4," + hexBody + ",2"), "GPSSUBFRAME/20.txt",
        "  2163       8.0000 20\n"},
@@ -203,6 +226,33 @@ TEST_F(RecordTimeTest, NmeaChecksumOnlyWithItsTick) {
   EXPECT_EQ(File("GPGGATime.txt"), "   1   43200.0000 120000.0000\n");
   EXPECT_EQ(File("OnlyGPGGATime.txt"), File("GPGGATime.txt"));
   EXPECT_EQ(File("OnlyGNGGATime.txt"), "");
+}
+
+TEST_F(RecordTimeTest, TalkersFallBackToAnyGgaAndTheSecondBaseCountsItsOwnDays) {
+  RecordTimeOptions options;
+  options.logMaskA = 0x200 | 0x8000000;  // any GGA, GGABASE2
+  options.otherGga = true;
+  Run(Gga("235950.00") + Nmea("GPGGABASE2,000005.00,1,N,2,E,1,8,1.0,0,M,0,M,,") + Gga("235955.00"),
+      options);
+  EXPECT_EQ(File("GPGGATime.txt"),
+            "   1   86390.0000 235950.0000\n"
+            "   1   86395.0000 235955.0000\n");
+  EXPECT_EQ(File("OnlyGNGGATime.txt"), "");
+  EXPECT_EQ(File("ggabase2.txt"), "   1       5.0000 000005.0000\n");
+}
+
+TEST_F(RecordTimeTest, RmcCountsItsOwnDays) {
+  const std::string rmc = Nmea("GNRMC,000001.00,A,1,N,2,E,0,,231221,,,D,V");
+  const std::string late = Nmea("GNRMC,235959.00,A,1,N,2,E,0,,231221,,,D,V");
+  testing::WriteBytes(folder / "log.txt", late + rmc);
+  const std::string path = folder / "log.txt";
+  ASSERT_TRUE(extractor.OpenTimeFiles(path, folder / "rmc", AllTypes()));
+  extractor.ResetRmcDayCounter();
+  EXPECT_TRUE(extractor.Extract());
+  extractor.CloseTimeFiles();
+  EXPECT_EQ(FileBytes(folder / "rmc/GNRMCTime.txt"),
+            "   1   86399.0000 235959.0000\n"
+            "   2   86401.0000 000001.0000\n");
 }
 
 TEST_F(RecordTimeTest, MasksPassOnlyTheirTypesAndSubtypesAlways) {

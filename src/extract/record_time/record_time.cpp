@@ -108,15 +108,16 @@ class RecordTimeState : public SentenceSink {
     roverSeconds_ = 0.0;
     const std::size_t blockSize =
         size <= options_.blockReadLimit ? kReadBlockSize : kMappedSliceSize;
-    const bool whole = WalkViews(size, options_.viewSize ? options_.viewSize : kViewSize, blockSize,
-                                 view, [&](const char* block, std::size_t length) {
-                                   stream_.Feed(block, length, *this);
-                                   // Lines are buffered per file and handed to the kernel at the
-                                   // end of every block of the log (a write call per line would
-                                   // cost more than the whole extraction), so a run killed later
-                                   // keeps every line up to its last finished block.
-                                   files_.FlushWritten();
-                                 });
+    // Lines are buffered per file and handed to the kernel at the end of
+    // every block of the log (a write call per line would cost more than
+    // the whole extraction), so that a run killed later keeps every line up
+    // to its last finished block.
+    const auto block = [&](const char* bytes, std::size_t length) {
+      stream_.Feed(bytes, length, *this);
+      files_.FlushWritten();
+    };
+    const bool whole =
+        WalkViews(size, options_.viewSize ? options_.viewSize : kViewSize, blockSize, view, block);
     stream_.Finish(*this);
     files_.FlushWritten();
     return whole;
