@@ -340,6 +340,12 @@ TEST_F(RecordTimeTest, LogsAtAndPastTheBlockLimitComeOutWhole) {
       EXPECT_EQ(File("GPGGATime.txt"), gga);
     }
   }
+  // The same bytes from memory.
+  ASSERT_TRUE(extractor.OpenTimeFiles(folder / "log.txt", folder / "memory", AllTypes()));
+  extractor.ExtractFromMemory(log.data(), log.size());
+  extractor.CloseTimeFiles();
+  EXPECT_EQ(FileBytes(folder / "memory/BestPosTime.txt"), whole);
+  EXPECT_EQ(FileBytes(folder / "memory/GPGGATime.txt"), gga);
 }
 
 TEST_F(RecordTimeTest, RealRecordingsMatchTheirReviewedLines) {
