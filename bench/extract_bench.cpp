@@ -1,6 +1,6 @@
 // Throughput and peak memory of the extraction over a synthesized capture:
-// the sentence scan alone, the BESTPOSA table alone, and the Static page's
-// full set of tables.
+// the sentence scan alone, the BESTPOSA table alone, the Static page's full
+// set of tables, and the Continue page's time files of every log type.
 //
 // The capture (1 GiB, seed 1, 10 Hz, no faults) is made once before the
 // benchmarks run. TARNLOG_BENCH_BYTES sets another size for quick runs;
@@ -20,6 +20,7 @@
 #include <vector>
 
 #include "extract/extract_main.h"
+#include "extract/record_time/record_time.h"
 #include "extract/scan_sentence.h"
 #include "synthcap/synth.h"
 
@@ -216,6 +217,25 @@ void BM_ExtractFullVector(benchmark::State& state) {
   RunExtraction(state, true);
 }
 
+// The record-time extraction with both mask words all ones, as the Continue
+// page runs one row.
+void BM_RecordTimeAllTypes(benchmark::State& state) {
+  const std::string output = Files().folder + "/recordtime";
+  RecordTimeOptions options;
+  options.logMaskA = options.logMaskB = kAllLogTypes;
+  ResetPeakMemory();
+  for (auto _ : state) {
+    RecordTimeExtractor extractor;
+    if (!extractor.OpenTimeFiles(Files().capture, output, options)) {
+      state.SkipWithError("cannot open the capture");
+      return;
+    }
+    extractor.Extract();
+    extractor.CloseTimeFiles();
+  }
+  Report(state, Files().bytes);
+}
+
 // The synthesizer itself, into memory that is thrown away.
 void BM_Synthesize(benchmark::State& state) {
   const std::uint64_t bytes = std::min(kSynthesisBytes, std::max<std::uint64_t>(Files().bytes, 1));
@@ -235,6 +255,7 @@ void BM_Synthesize(benchmark::State& state) {
 BENCHMARK(BM_ScanOnly)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_ExtractBestPos)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_ExtractFullVector)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(BM_RecordTimeAllTypes)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(BM_Synthesize)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 }  // namespace

@@ -1,7 +1,5 @@
 #include "extract/extract_main.h"
 
-#include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -12,11 +10,12 @@
 #include <memory>
 #include <utility>
 
+#include "extract/capture_views.h"
 #include "extract/checksums.h"
 #include "extract/dispatch.h"
 #include "extract/extract_options.h"
 #include "extract/open_stream.h"
-#include "extract/scan_sentence.h"
+#include "extract/sentence_stream.h"
 
 namespace tarnlog {
 namespace {
@@ -25,10 +24,6 @@ constexpr std::size_t kBlockSize = 204800;     // bytes scanned per step
 constexpr std::size_t kCarrySize = 409600;     // carried tail plus one block
 constexpr std::size_t kSentenceSize = 102400;  // one sentence's copy
 constexpr std::size_t kMaxSentenceLength = 51200;
-// Windows maps views at multiples of its 64 KiB allocation granularity; the
-// same view size keeps the same blocks.
-constexpr std::size_t kAllocationGranularity = 65536;
-constexpr std::size_t kViewSize = 1000 * kAllocationGranularity;
 
 constexpr char kUsage[] =
     "***********************************\n"
@@ -44,8 +39,8 @@ const Dispatcher& SharedDispatcher() {
   return dispatcher;
 }
 
-// One run's open tables, the sentence loop and the carry between blocks.
-class ExtractionRun {
+// One run's open tables, fed by the sentence loop.
+class ExtractionRun : public SentenceSink {
  public:
   ExtractionRun(const ExtractOptions& options, const ExtractSettings& settings,
                 ExtractionState& state)
@@ -54,8 +49,7 @@ class ExtractionRun {
         state_(state),
         dispatcher_(SharedDispatcher()),
         tables_(std::make_unique<ExtractTables>()),
-        carry_(kCarrySize + 1),
-        sentence_(kSentenceSize + 1) {}
+        stream_(kCarrySize, kSentenceSize) {}
   ~ExtractionRun() {
     if (captureFd_ >= 0) ::close(captureFd_);
   }
@@ -79,38 +73,8 @@ class ExtractionRun {
     }
   }
 
-  // Scans `size` bytes that follow whatever was carried; the unread tail is
-  // carried to the next call.
-  void Feed(const char* bytes, std::size_t size) {
-    while (size > 0) {
-      if (carryLength_ == 0) {
-        // Nothing carried: scan the block in place and carry only its tail.
-        const std::size_t used = Scan(bytes, size);
-        CarryTail(bytes + used, size - used);
-        return;
-      }
-      // The carried tail with the block behind it, as one buffer.
-      const std::size_t take = std::min(size, kCarrySize - carryLength_);
-      std::memcpy(carry_.data() + carryLength_, bytes, take);
-      const std::size_t total = carryLength_ + take;
-      const std::size_t used = Scan(carry_.data(), total);
-      bytes += take;
-      size -= take;
-      std::memmove(carry_.data(), carry_.data() + used, total - used);
-      carryLength_ = total - used;
-      // A full buffer always yields a sentence (the force cut sees to it);
-      // should it not, the carry is dropped rather than looping.
-      if (take == 0 && used == 0) carryLength_ = 0;
-    }
-  }
-
-  // At the capture's end: a binary frame that the carried tail cuts short
-  // is bad, and what it seemed to cover is scanned. A sentence without its
-  // line end stays unread, as one cut short anywhere else.
-  void Finish() {
-    if (carryLength_ > 0) Scan(carry_.data(), carryLength_, /*endOfCapture=*/true);
-    carryLength_ = 0;
-  }
+  void Feed(const char* bytes, std::size_t size) { stream_.Feed(bytes, size, *this); }
+  void Finish() { stream_.Finish(*this); }
 
   void Close() {
     if (settings_.perfstatHeaderPending) *settings_.perfstatHeaderPending = true;
@@ -137,42 +101,8 @@ class ExtractionRun {
     if (!OpenStream(1, path, (*tables_)[id])) ++unwritableTables_;
   }
 
-  void CarryTail(const char* tail, std::size_t length) {
-    if (length > kCarrySize) {  // a tail is never this long; keep the newest bytes
-      tail += length - kCarrySize;
-      length = kCarrySize;
-    }
-    std::memcpy(carry_.data(), tail, length);
-    carryLength_ = length;
-  }
-
-  // The sentence loop over `size` bytes; returns how many were used.
-  std::size_t Scan(const char* buffer, std::size_t size, bool endOfCapture = false) {
-    const char* cursor = buffer;
-    std::size_t remaining = size;
-    char* line = sentence_.data();
-    while (remaining > 0) {
-      line[0] = '\0';
-      int kind = 0;
-      std::size_t length = 0;
-      const char* next = cursor;
-      const int result = ScanSentence(cursor, &remaining, &next, line, kSentenceSize, &length,
-                                      &kind, endOfCapture);
-      // Ran out: the tail waits for the next block.
-      if (next == cursor) break;
-      cursor = next;
-      // A completed sentence of kind 0 is damage (a force-cut run without
-      // line ends, or a sentence with a bad binary frame inside): it is
-      // dropped, and the scan goes on behind it so that nothing valid after
-      // the damage is lost.
-      if (result == kNoSentence) continue;
-      Accept(line, std::min(length, kSentenceSize));
-    }
-    return static_cast<std::size_t>(cursor - buffer);
-  }
-
   // The checks of an accepted sentence, then the dispatch.
-  void Accept(char* line, std::size_t copied) {
+  void Accept(char* line, std::size_t copied) override {
     const char first = line[0];
     if (first != '#' && first != '$' && first != '%') return;
     // The sentence as C text: everything behind a NUL is out of sight.
@@ -194,9 +124,7 @@ class ExtractionRun {
   ExtractionState& state_;
   const Dispatcher& dispatcher_;
   std::unique_ptr<ExtractTables> tables_;
-  std::vector<char> carry_;
-  std::size_t carryLength_ = 0;
-  std::vector<char> sentence_;
+  SentenceStream stream_;
   int unwritableTables_ = 0;
   int captureFd_ = -1;
 };
@@ -223,18 +151,12 @@ std::unique_ptr<ExtractionRun> BeginRun(int argc, char** argv, const ExtractSett
 // Walks a capture in views and blocks as the mapped file is walked; false
 // when a view could not be had.
 template <typename ViewSource>
-bool WalkViews(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
-               ViewSource&& view) {
+bool WalkCapture(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
+                 ViewSource&& view) {
   const std::size_t viewSize = settings.viewSize ? settings.viewSize : kViewSize;
-  for (std::uint64_t offset = 0; offset < fileSize; offset += viewSize) {
-    const std::size_t length =
-        static_cast<std::size_t>(std::min<std::uint64_t>(viewSize, fileSize - offset));
-    const char* bytes = view(offset, length);
-    if (!bytes) return false;
-    for (std::size_t block = 0; block < length; block += kBlockSize) {
-      run.Feed(bytes + block, std::min(kBlockSize, length - block));
-    }
-    view(offset, 0);  // release
+  if (!WalkViews(fileSize, viewSize, kBlockSize, view,
+                 [&](const char* bytes, std::size_t size) { run.Feed(bytes, size); })) {
+    return false;
   }
   run.Finish();
   return true;
@@ -257,25 +179,10 @@ ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& setti
     return outcome;
   }
   const auto fileSize = static_cast<std::uint64_t>(info.st_size);
-  void* mapped = nullptr;
-  std::size_t mappedLength = 0;
-  outcome.captureRead = WalkViews(
-      fileSize, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
-        if (mapped) {
-          ::munmap(mapped, mappedLength);
-          mapped = nullptr;
-        }
-        if (length == 0) return nullptr;
-        mapped = ::mmap(nullptr, length, PROT_READ, MAP_PRIVATE, fd, static_cast<off_t>(offset));
-        if (mapped == MAP_FAILED) {
-          mapped = nullptr;
-          return nullptr;
-        }
-        mappedLength = length;
-        ::madvise(mapped, length, MADV_SEQUENTIAL | MADV_WILLNEED);
-        return static_cast<const char*>(mapped);
-      });
-  if (mapped) ::munmap(mapped, mappedLength);
+  {
+    MappedViews views(fd);
+    outcome.captureRead = WalkCapture(fileSize, settings, *run, views);
+  }
   ::close(fd);
   run->Close();
   outcome.unwritableTables = run->UnwritableTables();
@@ -291,7 +198,7 @@ int ExtractFromMemory(int argc, char** argv, const char* bytes, std::size_t size
                       const ExtractSettings& settings, ExtractionState& state) {
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
-  WalkViews(size, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
+  WalkCapture(size, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
     return length ? bytes + offset : nullptr;
   });
   run->Close();

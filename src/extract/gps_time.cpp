@@ -139,4 +139,16 @@ CalendarTime GPSTime::ToCalendar() const {
   return calendar;
 }
 
+GPSTime GPSTime::FromCalendar(const CalendarTime& calendar) {
+  const long years = calendar.year - 1901;
+  const int month = calendar.month < 1 ? 1 : (calendar.month > 12 ? 12 : calendar.month);
+  const long dayOfYear = kMonthStarts[IsLeapYear(calendar.year) ? 1 : 0][month - 1] + calendar.day;
+  const long mjd = kMjdOf1901 + 365 * years + years / 4 + dayOfYear - 1;
+  const long days = mjd - kMjdOfGpsEpoch;
+  const long week = days >= 0 ? days / 7 : (days - 6) / 7;
+  const double secondOfDay = calendar.hour * 3600.0 + calendar.minute * 60.0 + calendar.seconds;
+  return GPSTime(static_cast<std::uint16_t>(week),
+                 static_cast<double>(days - week * 7) * kSecondsPerDay + secondOfDay);
+}
+
 }  // namespace tarnlog

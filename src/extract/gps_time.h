@@ -50,6 +50,9 @@ class GPSTime {
   ModifiedJulianDate ToModifiedJulianDate() const;
   YearAndDay ToYearAndDay() const;
   CalendarTime ToCalendar() const;
+  // The inverse of ToCalendar, for dates from 1980 to 2099 (the clock is
+  // taken as GPS time: no leap seconds).
+  static GPSTime FromCalendar(const CalendarTime& calendar);
 
   std::uint16_t week = 0;
   double seconds = 0.0;

@@ -6,9 +6,7 @@
 #include <cstring>
 
 namespace tarnlog {
-namespace {
 
-// The text behind the `count`th comma, or null when there are fewer.
 const char* BehindComma(const char* text, int count) {
   for (int n = 0; n < count; ++n) {
     text = std::strchr(text, ',');
@@ -17,6 +15,8 @@ const char* BehindComma(const char* text, int count) {
   }
   return text;
 }
+
+namespace {
 
 // A field of at most two characters, kept as its own text.
 struct ShortField {

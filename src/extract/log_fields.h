@@ -5,6 +5,9 @@
 
 namespace tarnlog {
 
+// The text behind the `count`th comma, or null when there are fewer.
+const char* BehindComma(const char* text, int count);
+
 // "#NAME,port,sequence,idle,timeStatus,week,seconds,...;"
 struct LongHeader {
   double idle = 0.0;

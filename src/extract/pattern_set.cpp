@@ -1,5 +1,6 @@
 #include "extract/pattern_set.h"
 
+#include <algorithm>
 #include <cstring>
 #include <map>
 #include <set>
@@ -23,6 +24,17 @@ int PatternSet::Add(std::string_view pattern) {
 }
 
 void PatternSet::Build() {
+  heads_.assign(patterns_.size(), 0);
+  headMasks_.assign(patterns_.size(), 0);
+  for (std::size_t id = 0; id < patterns_.size(); ++id) {
+    const std::size_t bytes = std::min<std::size_t>(patterns_[id].size(), sizeof(std::uint64_t));
+    unsigned char head[sizeof(std::uint64_t)] = {};
+    unsigned char mask[sizeof(std::uint64_t)] = {};
+    std::memcpy(head, patterns_[id].data(), bytes);
+    std::memset(mask, 0xFF, bytes);
+    std::memcpy(&heads_[id], head, sizeof head);
+    std::memcpy(&headMasks_[id], mask, sizeof mask);
+  }
   constexpr std::size_t kPairs = 65536;
   pairBits_.assign(kPairs / 64, 0);
   std::vector<std::vector<std::uint16_t>> groups(kPairs);
@@ -32,11 +44,27 @@ void PatternSet::Build() {
     pairBits_[pair >> 6] |= std::uint64_t{1} << (pair & 63);
     groups[pair].push_back(static_cast<std::uint16_t>(id));
   }
+  // Within a pair's texts, those with the same first four bytes stand
+  // together, so that a candidate passes over each such run with one
+  // compare.
+  const auto firstFour = [&](std::uint16_t id) {
+    return std::pair(heads_[id] & headMasks_[id] & kFirstFour, headMasks_[id] & kFirstFour);
+  };
   pairBegin_.assign(kPairs + 1, 0);
   byPair_.clear();
+  runEnd_.clear();
   for (std::size_t pair = 0; pair < kPairs; ++pair) {
+    std::vector<std::uint16_t>& group = groups[pair];
+    std::stable_sort(group.begin(), group.end(),
+                     [&](std::uint16_t a, std::uint16_t b) { return firstFour(a) < firstFour(b); });
     pairBegin_[pair] = static_cast<std::uint32_t>(byPair_.size());
-    byPair_.insert(byPair_.end(), groups[pair].begin(), groups[pair].end());
+    for (std::size_t k = 0; k < group.size(); ++k) {
+      std::size_t end = k + 1;
+      while (end < group.size() && firstFour(group[end]) == firstFour(group[k]))
+        ++end;
+      byPair_.push_back(group[k]);
+      runEnd_.push_back(static_cast<std::uint32_t>(pairBegin_[pair] + end));
+    }
   }
   pairBegin_[kPairs] = static_cast<std::uint32_t>(byPair_.size());
 
@@ -61,10 +89,32 @@ void PatternSet::MatchAt(const char* text, std::size_t length, std::size_t i,
   const auto* bytes = reinterpret_cast<const unsigned char*>(text);
   const std::size_t pair = Pair(bytes[i], bytes[i + 1]);
   if (!((pairBits_[pair >> 6] >> (pair & 63)) & 1)) return;
-  for (std::uint32_t k = pairBegin_[pair]; k < pairBegin_[pair + 1]; ++k) {
+  // Where eight bytes remain, a run of texts whose first four bytes differ
+  // from the candidate's is passed over at once, and the first-eight
+  // compare settles most of the others without a call.
+  const bool wide = length - i >= sizeof(std::uint64_t);
+  std::uint64_t here = 0;
+  if (wide) std::memcpy(&here, text + i, sizeof here);
+  for (std::uint32_t k = pairBegin_[pair]; k < pairBegin_[pair + 1];) {
     const int id = byPair_[k];
+    if (wide && ((here ^ heads_[id]) & headMasks_[id] & kFirstFour) != 0) {
+      k = runEnd_[k];
+      continue;
+    }
+    ++k;
     if (hits.Has(id)) continue;
     const std::string_view pattern = patterns_[id];
+    if (wide) {
+      if ((here & headMasks_[id]) != heads_[id]) continue;
+      if (pattern.size() <= sizeof here ||
+          (pattern.size() <= length - i &&
+           std::memcmp(text + i + sizeof here, pattern.data() + sizeof here,
+                       pattern.size() - sizeof here) == 0)) {
+        hits.found[id >> 6] |= std::uint64_t{1} << (id & 63);
+        hits.firstStart[id] = static_cast<std::uint32_t>(i);
+      }
+      continue;
+    }
     // Texts that begin with one pair mostly differ in their third character:
     // test it before comparing the rest.
     if (pattern.size() <= length - i && (pattern.size() == 2 || text[i + 2] == pattern[2]) &&
@@ -156,8 +206,13 @@ void PatternSet::Match(const char* text, std::size_t length, PatternHits& hits) 
     }
   }
 #endif
-  for (; i + 1 < length; ++i)
-    MatchAt(text, length, i, hits);
+  // The last positions one by one; a pair that begins no text is passed
+  // over here, without a call.
+  const auto* bytes = reinterpret_cast<const unsigned char*>(text);
+  for (; i + 1 < length; ++i) {
+    const std::size_t pair = Pair(bytes[i], bytes[i + 1]);
+    if ((pairBits_[pair >> 6] >> (pair & 63)) & 1) MatchAt(text, length, i, hits);
+  }
 }
 
 }  // namespace tarnlog

@@ -52,6 +52,15 @@ class PatternSet {
   }
 
   std::vector<std::string_view> patterns_;
+  // Each text's first eight bytes (fewer for a shorter text) and the mask
+  // of those it has, so that most candidates are told apart by one compare.
+  std::vector<std::uint64_t> heads_;
+  std::vector<std::uint64_t> headMasks_;
+  // Per entry of byPair_: the end of the run of texts that share its first
+  // four bytes.
+  std::vector<std::uint32_t> runEnd_;
+  // The first four bytes of a little-endian load.
+  static constexpr std::uint64_t kFirstFour = 0xFFFFFFFFu;
   std::vector<std::uint64_t> pairBits_;   // 65536 bits: pairs that begin a text
   std::vector<std::uint32_t> pairBegin_;  // per pair, into byPair_
   std::vector<std::uint16_t> byPair_;     // pattern ids grouped by their first pair

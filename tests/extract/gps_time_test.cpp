@@ -94,7 +94,7 @@ struct CalendarCase {
   double seconds;
 };
 
-TEST(GPSTimeTest, CalendarAcrossLeapDays) {
+TEST(GPSTimeTest, CalendarAcrossLeapDaysBothWays) {
   const std::vector<CalendarCase> cases = {
       {{0, 0.0}, 1980, 1, 6, 0, 0, 0.0},
       {{1677, 259199.5}, 2012, 2, 28, 23, 59, 59.5},
@@ -115,6 +115,9 @@ TEST(GPSTimeTest, CalendarAcrossLeapDays) {
     EXPECT_EQ(calendar.hour, c.hour);
     EXPECT_EQ(calendar.minute, c.minute);
     EXPECT_NEAR(calendar.seconds, c.seconds, 1e-9);
+    const GPSTime back = GPSTime::FromCalendar(calendar);
+    EXPECT_EQ(back.week, c.time.week);
+    EXPECT_NEAR(back.seconds, c.time.seconds, 1e-6);
   }
 }
 

@@ -26,6 +26,9 @@ struct RecordTimeOptions {
   bool otherGga = false;     // "Other_GGA": the per-talker GGA files as well
   // Tests move the block/mapping boundary down to small sizes.
   std::uint64_t blockReadLimit = kRecordTimeBlockReadLimit;
+  // Bytes mapped at a time; 0 is the mapping's own 1000 x 64 KiB. Tests
+  // make it small so that sentences straddle the views.
+  std::size_t viewSize = 0;
 };
 
 class RecordTimeState;

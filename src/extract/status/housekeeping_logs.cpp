@@ -13,17 +13,6 @@ namespace {
 
 constexpr double kMillisecond = 1000.0;
 
-// The text behind the `count`-th comma from `text`, or null.
-const char* BehindComma(const char* text, int count) {
-  const char* at = text;
-  for (int n = 0; n < count; ++n) {
-    at = std::strchr(at, ',');
-    if (at == nullptr) return nullptr;
-    ++at;
-  }
-  return at;
-}
-
 }  // namespace
 
 void ExtractHwStatus(const DispatchContext& c) {
