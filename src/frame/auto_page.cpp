@@ -10,10 +10,6 @@ namespace {
 
 constexpr std::string_view kBoardText = "Kestrix";
 
-Coordinates CoordinatesOf(const RealValueRow& row) {
-  return {row.latitude, row.longitude, row.height};
-}
-
 std::array<double, 3> Triple(const Coordinates& values) {
   return {values.latitude, values.longitude, values.height};
 }

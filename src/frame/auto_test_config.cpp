@@ -20,20 +20,22 @@ constexpr FileMode kConfigWriteMode = FileMode::kBinary;
 constexpr std::size_t kFileListLineLimit = 1024;
 constexpr std::size_t kModeLineLimit = 128;
 
-std::string FileListPath(const std::string& testFolder) {
-  return JoinPath(AutoTestConfigFolder(testFolder), "filelist.ini");
-}
-std::string RealValuePath(const std::string& testFolder) {
-  return JoinPath(AutoTestConfigFolder(testFolder), "realvalue.ini");
-}
-std::string ModePath(const std::string& testFolder) {
-  return JoinPath(AutoTestConfigFolder(testFolder), "mode.ini");
+constexpr std::string_view kFileList = "filelist.ini";
+constexpr std::string_view kRealValues = "realvalue.ini";
+constexpr std::string_view kModes = "mode.ini";
+
+std::string ConfigFilePath(const std::string& testFolder, std::string_view file) {
+  return JoinPath(AutoTestConfigFolder(testFolder), file);
 }
 
-// The line as read, with its ending "\r\n" or "\n" cut.
-void CutLineEnd(char* line, std::size_t length) {
-  if (length > 0 && line[length - 1] == '\n') line[--length] = '\0';
+// One line of at most size-1 bytes (the rest of a longer one skipped), with
+// its ending "\r\n" or "\n" cut; false at the end of the file.
+bool ReadConfigLine(InFile& in, char* line, std::size_t size) {
+  std::size_t length = in.ReadLineSkippingRest(line, size);
+  if (length == 0) return false;
+  if (line[length - 1] == '\n') line[--length] = '\0';
   if (length > 0 && line[length - 1] == '\r') line[--length] = '\0';
+  return true;
 }
 
 // The last element of a path, its extension whole.
@@ -67,7 +69,7 @@ constexpr ModeFlag kModeFlags[] = {
 
 bool WriteFileList(const AutoTestConfig& config) {
   OutFile out;
-  if (!out.Open(FileListPath(config.path), kConfigWriteMode)) return false;
+  if (!out.Open(ConfigFilePath(config.path, kFileList), kConfigWriteMode)) return false;
   const int count = std::clamp(config.fileCount, 0, static_cast<int>(kAutoTestFileCapacity));
   if (count == 0 && config.goldenFile.empty()) return false;  // the file stays empty
   out.Printf("FileList:%d\r\n", count);
@@ -86,7 +88,7 @@ bool WriteFileList(const AutoTestConfig& config) {
 
 void WriteRealValues(const AutoTestConfig& config) {
   OutFile out;
-  if (!out.Open(RealValuePath(config.path), kConfigWriteMode)) return;
+  if (!out.Open(ConfigFilePath(config.path, kRealValues), kConfigWriteMode)) return;
   for (const auto* value : {&config.realA, &config.realB}) {
     out.Printf("%.10f,%.10f,%.10f\r\n", (*value)[0], (*value)[1], (*value)[2]);
   }
@@ -94,7 +96,7 @@ void WriteRealValues(const AutoTestConfig& config) {
 
 void WriteModes(const AutoTestConfig& config) {
   OutFile out;
-  if (!out.Open(ModePath(config.path), kConfigWriteMode)) return;
+  if (!out.Open(ConfigFilePath(config.path, kModes), kConfigWriteMode)) return;
   for (const ModeFlag& mode : kModeFlags) {
     out.Printf("%.*s,%d\r\n", static_cast<int>(mode.name.size()), mode.name.data(),
                config.*mode.flag);
@@ -103,30 +105,24 @@ void WriteModes(const AutoTestConfig& config) {
 
 bool ReadFileList(AutoTestConfig& config) {
   InFile in;
-  if (!in.Open(FileListPath(config.path), FileMode::kText)) return false;
+  if (!in.Open(ConfigFilePath(config.path, kFileList), FileMode::kText)) return false;
   char line[kFileListLineLimit + 1];
-  std::size_t length = 0;
   config.fileCount = 0;
-  while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
-    CutLineEnd(line, length);
+  while (ReadConfigLine(in, line, sizeof line)) {
     if (std::strncmp(line, "FileList", 8) == 0) {
       const char* colon = std::strchr(line, ':');
       int count = 0;
       if (colon == nullptr || !ReadInt(colon + 1, count)) continue;
       // All `count` lines are names; those past the capacity are passed over.
       for (int i = 0; i < count; ++i) {
-        length = in.ReadLineSkippingRest(line, sizeof line);
-        if (length == 0) return false;  // fewer names than the count
+        if (!ReadConfigLine(in, line, sizeof line)) return false;  // fewer names than the count
         if (i >= static_cast<int>(kAutoTestFileCapacity)) continue;
-        CutLineEnd(line, length);
         config.fileNames[i] = line;
         config.filePaths[i] = JoinPath(config.path, line);
         config.fileCount = i + 1;
       }
     } else if (std::strncmp(line, "GoldenFile", 10) == 0) {
-      length = in.ReadLineSkippingRest(line, sizeof line);
-      if (length == 0) return false;
-      CutLineEnd(line, length);
+      if (!ReadConfigLine(in, line, sizeof line)) return false;
       config.goldenFile = line;
     }
   }
@@ -135,11 +131,9 @@ bool ReadFileList(AutoTestConfig& config) {
 
 bool ReadModes(AutoTestConfig& config) {
   InFile in;
-  if (!in.Open(ModePath(config.path), FileMode::kText)) return false;
+  if (!in.Open(ConfigFilePath(config.path, kModes), FileMode::kText)) return false;
   char line[kModeLineLimit + 1];
-  std::size_t length = 0;
-  while ((length = in.ReadLineSkippingRest(line, sizeof line)) > 0) {
-    CutLineEnd(line, length);
+  while (ReadConfigLine(in, line, sizeof line)) {
     // "<name>,<number>": the name runs up to the first comma.
     const char* comma = std::strchr(line, ',');
     int value = 0;
@@ -154,12 +148,10 @@ bool ReadModes(AutoTestConfig& config) {
 
 bool ReadRealValues(AutoTestConfig& config) {
   InFile in;
-  if (!in.Open(RealValuePath(config.path), FileMode::kText)) return false;
+  if (!in.Open(ConfigFilePath(config.path, kRealValues), FileMode::kText)) return false;
   char line[kFileListLineLimit + 1];
   for (auto* value : {&config.realA, &config.realB}) {
-    const std::size_t length = in.ReadLineSkippingRest(line, sizeof line);
-    if (length == 0) return false;
-    CutLineEnd(line, length);
+    if (!ReadConfigLine(in, line, sizeof line)) return false;
     // Values land in place as they are read: a line cut short keeps the
     // ones before the cut.
     if (std::sscanf(line, "%lf,%lf,%lf", &(*value)[0], &(*value)[1], &(*value)[2]) != 3) {

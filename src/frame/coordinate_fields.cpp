@@ -36,7 +36,7 @@ CoordinateFields::CoordinateFields(Page& page, std::string_view group)
       height(page, "Height", {}, group) {}
 
 void CoordinateFields::Show(const RealValueRow& row) {
-  Show(Coordinates{row.latitude, row.longitude, row.height});
+  Show(CoordinatesOf(row));
 }
 
 void CoordinateFields::Show(const Coordinates& values) {

@@ -17,6 +17,10 @@ struct Coordinates {
   double height = 0.0;     // metres
 };
 
+inline Coordinates CoordinatesOf(const RealValueRow& row) {
+  return {row.latitude, row.longitude, row.height};
+}
+
 struct CoordinateFields {
   CoordinateFields(Page& page, std::string_view group);
 

@@ -29,7 +29,7 @@ class FieldReader {
     SkipBlanks();
     char* stop = nullptr;
     const long long read = std::strtoll(cursor_, &stop, 10);
-    if (stop == cursor_ || stop > end_) return false;
+    if (stop == cursor_) return false;
     cursor_ = stop;
     value = static_cast<int>(read < INT_MIN ? INT_MIN : read > INT_MAX ? INT_MAX : read);
     return true;
@@ -38,7 +38,7 @@ class FieldReader {
     SkipBlanks();
     char* stop = nullptr;
     value = std::strtod(cursor_, &stop);
-    if (stop == cursor_ || stop > end_) return false;
+    if (stop == cursor_) return false;
     cursor_ = stop;
     return true;
   }
