@@ -3,7 +3,6 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-
 #include <chrono>
 #include <cstdlib>
 #include <thread>
@@ -146,8 +145,8 @@ TEST_F(AutoPageTest, TicksRunOneCopyEachInOrder) {
 
 // The copies as a test engineer's script starts them: the program itself,
 // in a start folder with its real values and a stand-in analyser, over a
-// test folder of two logs. The test folder is named relative to the start
-// folder, since the scratch folder's own name holds a mode word.
+// test folder of two logs, named relative to the start folder as a script
+// in that folder names it.
 class AutomaticTestRunTest : public testing::StartFolderFixture {
  protected:
   AutomaticTestRunTest() : StartFolderFixture("Roof,31.5,121.25,10\r\nPier,30,120,5\r\n") {
