@@ -212,11 +212,6 @@ bool MoveOneFile(const std::string& from, const std::string& to) {
   return CopyFileReplacing(from, to) && RemoveFile(from);
 }
 
-bool IsRegularFile(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
-}
-
 // A file of `folder` named `name`, exactly or else without regard to case,
 // as the Windows file system finds it.
 std::string FindInFolder(const std::string& folder, const std::string& name) {
