@@ -9,7 +9,6 @@
 #include <cstddef>
 #include <cstdint>
 #include <string>
-#include <string_view>
 
 #include "fuzz_folder.h"
 #include "pages/static/nmea_conversion.h"
@@ -17,9 +16,8 @@
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
   const std::uint8_t mode = data[0];
-  const std::string log = tarnlog::fuzz::Folder() + "/rover.log";
-  tarnlog::fuzz::WriteNew(log, std::string_view(reinterpret_cast<const char*>(data + 1), size - 1));
-  tarnlog::fuzz::Renew(tarnlog::ConvertedTablePath(log));
+  // The table beside the log goes with the folder's last input.
+  const std::string log = tarnlog::fuzz::WriteInputFile("rover.log", data, size);
   const bool nmeaCrc = (mode & 0x02) != 0;
   if ((mode & 0x01) != 0) {
     tarnlog::ConvertNmeaWithZdaLog(log, nmeaCrc);

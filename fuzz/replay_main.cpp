@@ -2,27 +2,25 @@
 // (or the files) named on the command line goes once through
 // LLVMFuzzerTestOneInput. A failure shows as a crash or a sanitizer report;
 // an empty or missing corpus fails too, so a misnamed folder can't pass.
-#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <iterator>
 #include <string>
 #include <vector>
+
+#include "platform/files.h"
+#include "platform/folders.h"
+#include "platform/paths.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size);
 
 namespace {
 
-bool Replay(const std::filesystem::path& file) {
-  std::ifstream in(file, std::ios::binary);
-  if (!in) return false;
-  const std::vector<char> bytes((std::istreambuf_iterator<char>(in)),
-                                std::istreambuf_iterator<char>());
+bool Replay(const std::string& file) {
+  std::string bytes;
+  if (!tarnlog::ReadWholeFile(file, bytes)) return false;
   // A copy of exactly the input's size, so that a read past it is caught.
-  std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
+  const std::vector<std::uint8_t> data(bytes.begin(), bytes.end());
   LLVMFuzzerTestOneInput(data.empty() ? nullptr : data.data(), data.size());
   return true;
 }
@@ -32,16 +30,11 @@ bool Replay(const std::filesystem::path& file) {
 int main(int argc, char** argv) {
   std::size_t replayed = 0;
   for (int i = 1; i < argc; ++i) {
-    const std::filesystem::path path = argv[i];
-    std::error_code error;
-    if (std::filesystem::is_directory(path, error)) {
-      std::vector<std::filesystem::path> files;
-      for (const auto& entry : std::filesystem::directory_iterator(path, error)) {
-        if (entry.is_regular_file()) files.push_back(entry.path());
+    const std::string path = argv[i];
+    if (tarnlog::IsFolder(path)) {
+      for (const tarnlog::FolderEntry& entry : tarnlog::ListMatching(path, "*")) {
+        if (!entry.isFolder) replayed += Replay(tarnlog::JoinPath(path, entry.name)) ? 1 : 0;
       }
-      std::sort(files.begin(), files.end());
-      for (const auto& file : files)
-        replayed += Replay(file) ? 1 : 0;
     } else if (Replay(path)) {
       ++replayed;
     } else {

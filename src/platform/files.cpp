@@ -165,13 +165,14 @@ bool WriteWholeFile(const std::string& path, std::string_view bytes, FileMode mo
   return !file.WriteFailed();
 }
 
-int OpenRegularFileForReading(const std::string& path) {
+int OpenRegularFileForReading(const std::string& path, struct stat* info) {
   // O_NONBLOCK so that opening a FIFO with no writer returns at once; it is
   // refused below anyway, and a regular file reads the same either way.
   const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
   if (fd < 0) return -1;
-  struct stat info {};
-  if (::fstat(fd, &info) != 0 || !S_ISREG(info.st_mode)) {
+  struct stat own {};
+  if (info == nullptr) info = &own;
+  if (::fstat(fd, info) != 0 || !S_ISREG(info->st_mode)) {
     ::close(fd);
     errno = EINVAL;
     return -1;
@@ -182,13 +183,11 @@ int OpenRegularFileForReading(const std::string& path) {
 }
 
 bool ReadWholeFile(const std::string& path, std::string& bytes) {
-  const int fd = OpenRegularFileForReading(path);
+  struct stat info {};
+  const int fd = OpenRegularFileForReading(path, &info);
   if (fd < 0) return false;
   bytes.clear();
-  struct stat info {};
-  if (::fstat(fd, &info) == 0 && info.st_size > 0) {
-    bytes.reserve(static_cast<std::size_t>(info.st_size));
-  }
+  if (info.st_size > 0) bytes.reserve(static_cast<std::size_t>(info.st_size));
   char chunk[kStackFormatSize * 4];
   for (;;) {
     const ssize_t got = ReadSome(fd, chunk, sizeof chunk);

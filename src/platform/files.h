@@ -6,6 +6,8 @@
 // plain '\n'.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <cstdarg>
 #include <cstddef>
 #include <cstdio>
@@ -61,7 +63,8 @@ bool WriteAll(int fd, const char* data, std::size_t size);
 // Opens a regular file read-only and returns its descriptor, or -1. Anything
 // else (a folder, a FIFO, a device) is refused without blocking: every
 // reader of captures, logs, scripts and configuration opens through here.
-int OpenRegularFileForReading(const std::string& path);
+// `info`, when given, receives the file's status as the open found it.
+int OpenRegularFileForReading(const std::string& path, struct stat* info = nullptr);
 
 // Writes `bytes` as a whole file; false when it can't be created or not
 // every byte could be written.

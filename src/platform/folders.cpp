@@ -58,13 +58,9 @@ bool MatchPlain(std::string_view pattern, std::string_view name) {
 // what happens to an existing target (O_EXCL or O_TRUNC).
 bool CopyBytes(const std::string& from, const std::string& to, int createFlags) {
   // A FIFO as the source is refused at once instead of waiting for a writer.
-  int in = OpenRegularFileForReading(from);
-  if (in < 0) return false;
   struct stat info {};
-  if (::fstat(in, &info) != 0) {
-    ::close(in);
-    return false;
-  }
+  const int in = OpenRegularFileForReading(from, &info);
+  if (in < 0) return false;
   const mode_t mode = info.st_mode & 0777;
   int out = ::open(to.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | createFlags, mode);
   if (out < 0) {
@@ -150,6 +146,11 @@ bool PathExists(const std::string& path) {
 bool IsFolder(const std::string& path) {
   struct stat info {};
   return ::stat(path.c_str(), &info) == 0 && S_ISDIR(info.st_mode);
+}
+
+bool IsRegularFile(const std::string& path) {
+  struct stat info {};
+  return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 bool RemoveFile(const std::string& path) {

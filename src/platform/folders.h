@@ -35,6 +35,8 @@ bool MakeFolderChecked(const std::string& path, PageHost& host);
 // The access test: does anything exist under `path`.
 bool PathExists(const std::string& path);
 bool IsFolder(const std::string& path);
+// A regular file, or a link to one (not a folder, a FIFO or a device).
+bool IsRegularFile(const std::string& path);
 
 // Removes a file; false when there was none.
 bool RemoveFile(const std::string& path);

@@ -2,7 +2,6 @@
 
 #include <fcntl.h>
 #include <spawn.h>
-#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 #include <cerrno>
@@ -73,8 +72,7 @@ void SetScriptRunnerPath(std::string path) {
 ChildProcess LaunchScript(const std::string& scriptPath) {
   // A script that isn't there fails to launch, as the shell's start of a
   // missing file does: no process, and its wait returns at once.
-  struct stat info {};
-  if (::stat(scriptPath.c_str(), &info) != 0 || !S_ISREG(info.st_mode)) return {};
+  if (!IsRegularFile(scriptPath)) return {};
   std::string runner = ScriptRunnerPath();
   std::string script = scriptPath;
   char* argv[] = {runner.data(), script.data(), nullptr};

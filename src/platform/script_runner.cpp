@@ -161,18 +161,20 @@ struct Place {
   std::string name;
 };
 
+// `folder` is absolute, and so is every path resolved from it.
 Place PlaceOf(const std::string& folder, std::string_view argument) {
   Place place;
   place.shown = Resolve(folder, argument);
   const std::size_t cut = place.shown.rfind('/');
-  if (cut == std::string::npos) {
-    place.realFolder = RealPath(".");
-    place.name = place.shown;
-  } else {
-    place.realFolder = RealPath(cut == 0 ? "/" : place.shown.substr(0, cut));
-    place.name = place.shown.substr(cut + 1);
-  }
+  place.realFolder = RealPath(cut == 0 ? "/" : place.shown.substr(0, cut));
+  place.name = place.shown.substr(cut + 1);
   return place;
+}
+
+// A place whose folder exists and lies outside the tree. One whose folder
+// doesn't exist holds nothing to act on and is reported as not found.
+bool OutsideTree(const std::string& root, const Place& place) {
+  return !place.realFolder.empty() && !InsideTree(root, place.realFolder);
 }
 
 // The files (never folders) that a place such as "*.TXT" or "JPG\*.fig"
@@ -210,11 +212,6 @@ bool MoveOneFile(const std::string& from, const std::string& to) {
   if (::rename(from.c_str(), to.c_str()) == 0) return true;
   if (errno != EXDEV) return false;
   return CopyFileReplacing(from, to) && RemoveFile(from);
-}
-
-bool IsRegularFile(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 && S_ISREG(info.st_mode);
 }
 
 // A file of `folder` named `name`, exactly or else without regard to case,
@@ -452,7 +449,7 @@ void ScriptRunner::Delete(const ScriptLine& line) {
   std::vector<Place> places;
   for (const std::string& pattern : line.arguments) {
     places.push_back(PlaceOf(currentFolder_, pattern));
-    if (!places.back().realFolder.empty() && !InsideTree(treeRoot_, places.back().realFolder)) {
+    if (OutsideTree(treeRoot_, places.back())) {
       Report("del: " + pattern + ": " + std::string(kOutsideRefused));
       return;
     }
@@ -478,15 +475,14 @@ void ScriptRunner::MoveOrCopy(const ScriptLine& line) {
   };
 
   const Place from = PlaceOf(currentFolder_, pattern);
-  if (!from.realFolder.empty() && !InsideTree(treeRoot_, from.realFolder)) return refuse(pattern);
+  if (OutsideTree(treeRoot_, from)) return refuse(pattern);
   const std::string target = Resolve(currentFolder_, targetText);
   const bool intoFolder = IsFolder(target);
-  Place to = PlaceOf(currentFolder_, targetText);
-  if (intoFolder) {
-    to.realFolder = RealPath(target);
-    to.name.clear();
-  }
-  if (!to.realFolder.empty() && !InsideTree(treeRoot_, to.realFolder)) return refuse(targetText);
+  // Into a folder the files keep their names; else the one file takes the
+  // target's name in the target's folder.
+  const Place to =
+      intoFolder ? Place{target, RealPath(target), {}} : PlaceOf(currentFolder_, targetText);
+  if (OutsideTree(treeRoot_, to)) return refuse(targetText);
 
   const std::vector<std::string> files = FilesAt(from);
   if (files.empty()) {

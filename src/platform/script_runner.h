@@ -85,7 +85,6 @@ class ScriptRunner {
 
   bool Stopped() const { return stopped_; }
   const std::string& CurrentFolder() const { return currentFolder_; }
-  const std::string& TreeRoot() const { return treeRoot_; }
 
  private:
   void ChangeFolder(const ScriptLine& line);

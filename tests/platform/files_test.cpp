@@ -197,6 +197,41 @@ TEST(InFileTest, CarriageReturnOnTheBufferBoundary) {
   }
 }
 
+// Lines as ReadLineSkippingRest gives them, NULs kept, each marked "|cut"
+// when the buffer filled before its line end.
+std::vector<std::string> SkippingLines(const std::string& path, FileMode mode, std::size_t size) {
+  InFile in;
+  EXPECT_TRUE(in.Open(path, mode));
+  std::vector<char> buffer(size);
+  std::vector<std::string> lines;
+  bool cut = false;
+  while (const std::size_t length = in.ReadLineSkippingRest(buffer.data(), size, &cut))
+    lines.push_back(std::string(buffer.data(), length) + (cut ? "|cut" : ""));
+  return lines;
+}
+
+TEST(InFileTest, ReadLineSkippingRestDropsTheRestOfALongLine) {
+  const std::string longRest(kReadBuffer + 10, 'l');  // runs across a refill
+  const std::vector<ReadCase> cases = {
+      {"ab\ncdef\r\ngh", FileMode::kText, 4, {"ab\n", "cde|cut", "gh"}},
+      // CRLF as the last pair of a full buffer still ends the line in it.
+      {"ab\r\nc\n", FileMode::kText, 4, {"ab\n", "c\n"}},
+      {"abc\r\nd", FileMode::kText, 4, {"abc|cut", "d"}},
+      {"abc\r\nd", FileMode::kBinary, 4, {"abc|cut", "d"}},
+      {"ab" + longRest + "\nz\n", FileMode::kText, 4, {"abl|cut", "z\n"}},
+      {"abcdef", FileMode::kText, 4, {"abc|cut"}},
+      {std::string("a\0b\n", 4), FileMode::kText, 8, {std::string("a\0b\n", 4)}},
+      {"ab\n", FileMode::kText, 1, {}},
+  };
+  TempFolder temp;
+  for (const ReadCase& c : cases) {
+    SCOPED_TRACE(::testing::PrintToString(c.bytes.substr(0, 16)) + " size " +
+                 std::to_string(c.size));
+    WriteBytes(temp / "in", c.bytes);
+    EXPECT_EQ(SkippingLines(temp / "in", c.mode, c.size), c.lines);
+  }
+}
+
 TEST(InFileTest, TinyBuffersStayInside) {
   TempFolder temp;
   WriteBytes(temp / "in", "ab");

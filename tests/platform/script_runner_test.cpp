@@ -298,7 +298,6 @@ TEST(ScriptRunnerConfinement, InProcessTheRootIsGivenOrTheStartFolder) {
   ASSERT_TRUE(MakeFolder(dir / "a") && MakeFolder(dir / "a/b"));
   WriteBytes(dir / "a/x.txt", "x");
   ScriptRunner confined(dir / "a/b");
-  EXPECT_EQ(confined.TreeRoot(), Canonical(dir / "a/b"));
   ::testing::internal::CaptureStderr();
   EXPECT_TRUE(confined.RunLine("del ..\\x.txt"));
   EXPECT_NE(::testing::internal::GetCapturedStderr(), "");

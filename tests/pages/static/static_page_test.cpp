@@ -7,6 +7,7 @@
 
 #include <chrono>
 #include <cmath>
+#include <cstdio>
 #include <cstdlib>
 #include <memory>
 #include <mutex>
@@ -274,6 +275,7 @@ TEST_F(StaticPageTest, BatchRunFailedCheckEndsWithOneLineNamingTheField) {
 TEST_F(StaticPageTest, BatchRunBoardPositionOutOfRangeTakesTheFirstBoard) {
   setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
   for (const char* board : {"1e308", "-1e308", "nan"}) {
+    RemoveFile(start_ + "/calls.log");  // this run's calls alone
     const testing::RunResult result =
         testing::RunAndCapture({testing::TarnlogBinary(), "a.log", "31.5", "121.25", "10", "30",
                                 "120", "5", board, "STATIC"},
@@ -307,6 +309,8 @@ TEST_F(StaticPageTest, BatchRunWithAFifoAsALogEndsAtOnce) {
     EXPECT_EQ(FileBytes(root + "/pipe/RTKSPlot" + roots[0].name.substr(9) + ".bat"), "<missing>");
     EXPECT_NE(FileBytes(root + "/a/RTKSPlot" + roots[0].name.substr(9) + ".bat"), "<missing>");
     EXPECT_EQ(FileBytes(root + "/pipe/pipe.log"), "<missing>") << board;
+    // Out of the way, so that the next run's folder holds only its own.
+    ASSERT_EQ(std::rename(root.c_str(), (start_ + "/board" + board).c_str()), 0);
   }
 }
 
