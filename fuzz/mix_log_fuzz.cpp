@@ -9,9 +9,9 @@
 // checksum tests on, bit 6 thins to 5 Hz with board value 4. With the tests
 // off, as in most seeds, mutated lines reach the parsers.
 //
-// Every file lies in the entry's folder and is overwritten by the
-// next input: the mix log, its KML and the builders' intermediate files
-// (which the builders remove).
+// Every file lies in the entry's folder and is removed before the next
+// input writes it again: the mix log, its KML and the builders'
+// intermediate files (which the builders remove).
 //
 // Seeds: lines cut from tests/data/ParsingData2.ASC and OnceEachAgain.ASC
 // (source and licence in tests/data/README.md), GGA sentences after the

@@ -76,6 +76,7 @@ std::optional<AutoTestConfig> Page::TakeAutomaticTest(std::string_view switchTex
   AutoTestConfig config;
   config.path = found.folder;
   if (config.path.empty() || !config.Load() || config.*flag == 0) SelfTerminate();
+  automaticTest_ = true;
   return config;
 }
 

@@ -75,6 +75,9 @@ class Page {
   // How many workers this page has started, for the headless run's ending.
   int WorkersStarted() const { return workersStarted_.load(); }
   bool InCommandLineRun() const { return commandLineRun_; }
+  // Started as an automatic-test copy (its switch taken and its test on),
+  // kept apart from the batch flag.
+  bool InAutomaticTest() const { return automaticTest_; }
 
   // Set by the dispatcher; looked at once, when the action ends.
   int batchFlag = 0;
@@ -132,6 +135,7 @@ class Page {
   std::vector<Field*> fields_;
   std::atomic<int> workersStarted_{0};
   bool commandLineRun_ = false;
+  bool automaticTest_ = false;
 };
 
 }  // namespace tarnlog

@@ -104,7 +104,6 @@ void CRecordTimeDlg::Start() {
   const std::optional<AutoTestConfig> config =
       TakeAutomaticTest(kContinueSwitch, &AutoTestConfig::runContinue);
   if (!config) return;
-  automaticTest_ = true;
   for (int i = 0; i < config->fileCount; ++i)
     AddFile(config->filePaths[i]);
   Process();
@@ -256,7 +255,7 @@ void CRecordTimeDlg::Worker() {
   logMaskB_ = kAllLogTypes;
   // An automatic-test copy would stay behind idle; it ends here so that the
   // AUTO page goes on to its next test.
-  if (automaticTest_) EndProcess(0, "CRecordTimeDlg: the continuity test has finished");
+  if (InAutomaticTest()) EndProcess(0, "CRecordTimeDlg: the continuity test has finished");
 }
 
 bool CRecordTimeDlg::TakeModeWord(const CommandLine& commandLine, std::string_view word) {

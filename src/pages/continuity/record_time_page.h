@@ -89,7 +89,6 @@ class CRecordTimeDlg : public Page {
   std::uint32_t logMaskB_ = 0;
   std::string allContinuesPath_;
   std::string continueAnalysisPath_;
-  bool automaticTest_ = false;  // started with "-CT"
   RecordTimeExtractor extractor_;
 };
 

@@ -113,7 +113,6 @@ void llherroRTKStatic::Start() {
   const std::optional<AutoTestConfig> test =
       TakeAutomaticTest(kStaticSwitch, &AutoTestConfig::runStatic);
   if (!test) return;
-  automaticTest_ = true;
   for (int i = 0; i < test->fileCount; ++i)
     AddFile(test->filePaths[i]);
   process.Press();
@@ -293,7 +292,7 @@ void llherroRTKStatic::Worker(StaticRun run) {
 
 void llherroRTKStatic::OnFinished() {
   SharedExtractionState().nmea.ResetDays();
-  if (automaticTest_) SelfTerminate();
+  if (InAutomaticTest()) SelfTerminate();
   lastFilePath_.clear();
   savePath.text.clear();
   changePath.text.clear();

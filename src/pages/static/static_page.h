@@ -116,9 +116,6 @@ class llherroRTKStatic : public Page {
   bool transferToggled_ = false;
   bool realValueMode_ = false;
   bool perfstatHeaderPending_ = true;
-  // Started by the automatic test's switch: the finished notice ends the
-  // process. Kept apart from the batch flag.
-  bool automaticTest_ = false;
 };
 
 }  // namespace tarnlog
