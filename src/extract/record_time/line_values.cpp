@@ -7,6 +7,7 @@
 #include "extract/gps_time.h"
 #include "extract/log_fields.h"
 #include "extract/read_number.h"
+#include "extract/status/log_scan.h"
 
 namespace tarnlog::record_time {
 namespace {
@@ -106,11 +107,6 @@ bool ReadAhgh(const char* line, LineValues& values) {
 }
 
 }  // namespace
-
-const char* BodyOf(const char* line) {
-  const char* semicolon = std::strchr(line, ';');
-  return semicolon ? semicolon + 1 : nullptr;
-}
 
 bool ReadLineValues(const LogType& type, const char* line, LineValues& values) {
   values = LineValues{};
