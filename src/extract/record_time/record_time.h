@@ -21,7 +21,8 @@ inline constexpr std::uint64_t kRecordTimeBlockReadLimit = 1073741824;
 struct RecordTimeOptions {
   std::uint32_t logMaskA = 0;
   std::uint32_t logMaskB = 0;
-  bool crcCheck = true;      // kept with the page's tick; the frame check is always made
+  // '#' lines always pass their frame check, whatever the page's CRC tick
+  // says: that tick is kept with the page and has no option here.
   bool nmeaCrcCheck = true;  // "NemaCRCCheck": checksums of '$' lines
   bool otherGga = false;     // "Other_GGA": the per-talker GGA files as well
   // Tests move the block/mapping boundary down to small sizes.

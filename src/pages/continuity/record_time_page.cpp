@@ -213,7 +213,6 @@ void CRecordTimeDlg::Worker() {
   RecordTimeOptions options;
   options.logMaskA = logMaskA_;
   options.logMaskB = logMaskB_;
-  options.crcCheck = crcCheck.checked;
   options.nmeaCrcCheck = nemaCrcCheck.checked;
   options.otherGga = otherGga.checked;
 
