@@ -108,9 +108,8 @@ class ExtractionRun : public SentenceSink {
     // The sentence as C text: everything behind a NUL is out of sight.
     const std::size_t length = strnlen(line, copied);
     if (length >= kMaxSentenceLength) return;
-    const char* star = static_cast<const char*>(memrchr(line, '*', length));
-    if (!star || star == line) return;
-    const std::size_t starIndex = static_cast<std::size_t>(star - line);
+    const std::size_t starIndex = LastStarIndex(line, length);
+    if (starIndex == 0) return;
     if (first == '$') {
       if (settings_.nmeaCrc && !VerifyNmeaChecksum(line, length, starIndex)) return;
     } else if (settings_.asciiCrc && !VerifyAsciiCrc(line, length, starIndex)) {

@@ -144,11 +144,7 @@ class RecordTimeState : public SentenceSink {
     const bool passes = chain_.PassesFilter(hits_, wanted_);
     const int direct = !passes && fine ? chain_.DirectType(hits_) : -1;
     if (!mixMatched && !passes && direct < 0) return;
-    const char* star = static_cast<const char*>(memrchr(line, '*', length));
-    if (star == nullptr || star == line ||
-        !VerifyAsciiCrc(line, length, static_cast<std::size_t>(star - line))) {
-      return;
-    }
+    if (!VerifyAsciiCrc(line, length, LastStarIndex(line, length))) return;
     if (mixMatched) WriteDirect(line, slots_.mixMatched, DirectForm::kTime);
     if (passes) {
       const int type = chain_.ClassifiedType(hits_, wanted_);
@@ -163,12 +159,8 @@ class RecordTimeState : public SentenceSink {
   void AcceptSentence(const char* line, std::size_t length) {
     const int type = SentenceType(line);
     if (type < 0) return;
-    if (options_.nmeaCrcCheck) {
-      const char* star = static_cast<const char*>(memrchr(line, '*', length));
-      if (star == nullptr || star == line ||
-          !VerifyNmeaChecksum(line, length, static_cast<std::size_t>(star - line))) {
-        return;
-      }
+    if (options_.nmeaCrcCheck && !VerifyNmeaChecksum(line, length, LastStarIndex(line, length))) {
+      return;
     }
     Classify(type, line);
   }
