@@ -157,7 +157,7 @@ class RecordTimeState : public SentenceSink {
 
   // NMEA sentences: the talker and the sentence name decide.
   void AcceptSentence(const char* line, std::size_t length) {
-    const int type = SentenceType(line);
+    const int type = SentenceType(line, length);
     if (type < 0) return;
     if (options_.nmeaCrcCheck && !VerifyNmeaChecksum(line, length, LastStarIndex(line, length))) {
       return;
@@ -165,7 +165,7 @@ class RecordTimeState : public SentenceSink {
     Classify(type, line);
   }
 
-  int SentenceType(const char* line) const {
+  int SentenceType(const char* line, std::size_t length) const {
     const NmeaTypes& nmea = NmeaTypeIndexes();
     const auto wanted = [&](int type) {
       return LogTypes()[static_cast<std::size_t>(type)].gate.Passes(options_.logMaskA,
@@ -176,7 +176,7 @@ class RecordTimeState : public SentenceSink {
     if (chain_.HoldsGgaBase2(hits_)) return wanted(nmea.ggaBase2);
     if (chain_.StartsWithAhgh(hits_)) return wanted(nmea.ahgh);
     // "$ttSSS,": two talker letters and the sentence's name.
-    if (std::strlen(line) < 7 || line[6] != ',') return -1;
+    if (length < 7 || line[6] != ',') return -1;
     const std::string_view name(line + 3, 3);
     if (name == "RMC") return wanted(nmea.rmc);
     if (name != "GGA") return -1;
