@@ -195,14 +195,16 @@ class RecordTimeState : public SentenceSink {
     const LogType& type = LogTypes()[static_cast<std::size_t>(typeIndex)];
     LineValues values;
     if (!ReadLineValues(type, line, values)) return;
-    OutFile& file = files_.Slot(slots_.ofType[static_cast<std::size_t>(typeIndex)]);
+    // A file is taken (and so flushed at the block's end) only for a line
+    // that is written.
+    const int slot = slots_.ofType[static_cast<std::size_t>(typeIndex)];
     if (type.form == Form::kTimeOfDay) {
       DayCount& count = type.reading == Reading::kRmc             ? rmc_
                         : typeIndex == NmeaTypeIndexes().ggaBase2 ? ggaBase2_
                                                                   : gga_;
       const double running =
           count.Running(values.hours * 3600.0 + values.minutes * 60.0 + values.daySeconds);
-      WriteTypeLine(file, type.form, values, count.days, running);
+      WriteTypeLine(files_.Slot(slot), type.form, values, count.days, running);
       const int talker = slots_.talkerOfType[static_cast<std::size_t>(typeIndex)];
       if (options_.otherGga && talker >= 0) {
         WriteTypeLine(files_.Slot(talker), type.form, values, count.days, running);
@@ -218,7 +220,7 @@ class RecordTimeState : public SentenceSink {
       roverSeconds_ = values.seconds;
     }
     if (!type.alwaysKept && !IsSetWeek(values.week)) return;
-    WriteTypeLine(file, type.form, values, 0, 0.0);
+    WriteTypeLine(files_.Slot(slot), type.form, values, 0, 0.0);
     if (OutFile* satellite = SatelliteFile(type.satellites, values)) {
       WriteSatelliteLine(*satellite, values);
     }
