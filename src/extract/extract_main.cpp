@@ -152,8 +152,7 @@ std::unique_ptr<ExtractionRun> BeginRun(int argc, char** argv, const ExtractSett
 template <typename ViewSource>
 bool WalkCapture(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
                  ViewSource&& view) {
-  const std::size_t viewSize = settings.viewSize ? settings.viewSize : kViewSize;
-  if (!WalkViews(fileSize, viewSize, kBlockSize, view,
+  if (!WalkViews(fileSize, settings.viewSize, kBlockSize, view,
                  [&](const char* bytes, std::size_t size) { run.Feed(bytes, size); })) {
     return false;
   }

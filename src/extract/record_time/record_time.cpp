@@ -116,8 +116,7 @@ class RecordTimeState : public SentenceSink {
       stream_.Feed(bytes, length, *this);
       files_.FlushWritten();
     };
-    const bool whole =
-        WalkViews(size, options_.viewSize ? options_.viewSize : kViewSize, blockSize, view, block);
+    const bool whole = WalkViews(size, options_.viewSize, blockSize, view, block);
     stream_.Finish(*this);
     files_.FlushWritten();
     return whole;
