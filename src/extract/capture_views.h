@@ -36,6 +36,15 @@ class MappedViews {
   std::size_t mappedLength_ = 0;
 };
 
+// Views of bytes already in memory, handed out as a mapping's would be
+// (for the fuzzers and the tests).
+struct MemoryViews {
+  const char* bytes;
+  const char* operator()(std::uint64_t offset, std::size_t length) const {
+    return length ? bytes + offset : nullptr;
+  }
+};
+
 // Hands `fileSize` bytes to `block` in views of `viewSize` (0: kViewSize)
 // cut into blocks of at most `blockSize`; `view(offset, length)` gives a
 // view's bytes and `view(offset, 0)` releases it. False when a view could

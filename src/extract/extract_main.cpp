@@ -196,9 +196,7 @@ int ExtractFromMemory(int argc, char** argv, const char* bytes, std::size_t size
                       const ExtractSettings& settings, ExtractionState& state) {
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
-  WalkCapture(size, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
-    return length ? bytes + offset : nullptr;
-  });
+  WalkCapture(size, settings, *run, MemoryViews{bytes});
   run->Close();
   return 0;
 }

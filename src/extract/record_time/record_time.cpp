@@ -80,11 +80,7 @@ class RecordTimeState : public SentenceSink {
     return Walk(static_cast<std::uint64_t>(info.st_size), views);
   }
 
-  void ExtractFromMemory(const char* bytes, std::size_t size) {
-    Walk(size, [&](std::uint64_t offset, std::size_t length) -> const char* {
-      return length ? bytes + offset : nullptr;
-    });
-  }
+  void ExtractFromMemory(const char* bytes, std::size_t size) { Walk(size, MemoryViews{bytes}); }
 
   void Close() {
     files_.Close();
