@@ -87,8 +87,6 @@ class RecordTimeState : public SentenceSink {
     CloseLog();
   }
 
-  void ResetRmcDayCounter() { rmc_ = DayCount{}; }
-
  private:
   void CloseLog() {
     if (logFd_ >= 0) ::close(logFd_);
@@ -276,10 +274,6 @@ void RecordTimeExtractor::CloseTimeFiles() {
 
 void RecordTimeExtractor::ExtractFromMemory(const char* bytes, std::size_t size) {
   state_->ExtractFromMemory(bytes, size);
-}
-
-void RecordTimeExtractor::ResetRmcDayCounter() {
-  state_->ResetRmcDayCounter();
 }
 
 }  // namespace tarnlog
