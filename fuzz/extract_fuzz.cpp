@@ -79,15 +79,16 @@ void ScanAll(const char* bytes, std::size_t size, std::size_t lineCapacity) {
   }
 }
 
+// The driver over `bytes` with the first `argc` of `texts` as its vector.
 void RunDriver(const char* bytes, std::size_t size, const tarnlog::ExtractSettings& settings,
-               std::vector<std::string> options, int argc) {
+               std::vector<std::string> texts, int argc) {
   tarnlog::ExtractionState state;
-  const std::string& folder = OutputFolder();
-  std::vector<std::string> texts{folder, "-i", folder + "/capture.log"};
-  texts.insert(texts.end(), options.begin(), options.end());
   std::vector<char*> argv = tarnlog::ArgvOf(texts);
-  tarnlog::ExtractFromMemory(argc ? argc : static_cast<int>(texts.size()), argv.data(), bytes, size,
-                             settings, state);
+  tarnlog::ExtractFromMemory(argc, argv.data(), bytes, size, settings, state);
+}
+
+std::string CapturePath() {
+  return OutputFolder() + "/capture.log";
 }
 
 // ---- the property ----
@@ -156,7 +157,8 @@ void CheckDamageCostsOnlyItself(std::uint8_t mode, const char* bytes, std::size_
 
   tarnlog::ExtractSettings settings;
   settings.viewSize = ViewSize(mode);
-  RunDriver(capture.data(), capture.size(), settings, {"-BP"}, 0);
+  RunDriver(capture.data(), capture.size(), settings, {OutputFolder(), "-i", CapturePath(), "-BP"},
+            4);
   if (excluded) return;
 
   std::string table;
@@ -198,8 +200,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   settings.viewSize = ViewSize(mode);
   settings.realValueMode = (mode & 0x10) != 0;
   settings.perfstatHeaderPending = &perfstatHeaderPending;
-  const std::string& folder = OutputFolder();
-  std::vector<std::string> full = tarnlog::FullExtractionVector(folder, folder + "/capture.log");
-  RunDriver(bytes, length, settings, std::vector<std::string>(full.begin() + 3, full.end()), 125);
+  RunDriver(bytes, length, settings, tarnlog::FullExtractionVector(OutputFolder(), CapturePath()),
+            125);
   return 0;
 }

@@ -2,11 +2,11 @@
 // a receiver log, through the filter, the classifier and the writer into a
 // folder of time files, with every log type wanted.
 //
-// The first byte sets the options: bit 0 the CRC tick (which changes
-// nothing), bit 1 the NMEA checksum, bit 2 "Other_GGA", bits 3-4 the view
-// size (the mapping's own, or 4, 8 or 16 KiB so that sentences straddle
-// views), bit 5 a block-read limit of 0 so that the log goes through the
-// mapping's slices instead of the blocks.
+// The first byte sets the options (bit 0 is not used): bit 1 the NMEA
+// checksum, bit 2 "Other_GGA", bits 3-4 the view size (the mapping's own,
+// or 4, 8 or 16 KiB so that sentences straddle views), bit 5 a block-read
+// limit of 0 so that the log goes through the mapping's slices instead of
+// the blocks.
 #include <cstddef>
 #include <cstdint>
 #include <cstdlib>
@@ -29,7 +29,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   tarnlog::fuzz::WriteNew(log, std::string_view(reinterpret_cast<const char*>(data) + 1, size - 1));
   tarnlog::RecordTimeOptions options;
   options.logMaskA = options.logMaskB = tarnlog::kAllLogTypes;
-  options.crcCheck = (mode & 0x01) != 0;
   options.nmeaCrcCheck = (mode & 0x02) != 0;
   options.otherGga = (mode & 0x04) != 0;
   const std::size_t viewChoice = (mode >> 3) & 0x03;

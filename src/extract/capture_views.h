@@ -36,12 +36,23 @@ class MappedViews {
   std::size_t mappedLength_ = 0;
 };
 
-// Hands `fileSize` bytes to `block` in views of `viewSize` cut into blocks
-// of at most `blockSize`; `view(offset, length)` gives a view's bytes and
-// `view(offset, 0)` releases it. False when a view could not be had.
+// Views of bytes already in memory, handed out as a mapping's would be
+// (for the fuzzers and the tests).
+struct MemoryViews {
+  const char* bytes;
+  const char* operator()(std::uint64_t offset, std::size_t length) const {
+    return length ? bytes + offset : nullptr;
+  }
+};
+
+// Hands `fileSize` bytes to `block` in views of `viewSize` (0: kViewSize)
+// cut into blocks of at most `blockSize`; `view(offset, length)` gives a
+// view's bytes and `view(offset, 0)` releases it. False when a view could
+// not be had.
 template <typename ViewSource, typename BlockSink>
 bool WalkViews(std::uint64_t fileSize, std::size_t viewSize, std::size_t blockSize,
                ViewSource&& view, BlockSink&& block) {
+  if (viewSize == 0) viewSize = kViewSize;
   for (std::uint64_t offset = 0; offset < fileSize; offset += viewSize) {
     const std::size_t length =
         static_cast<std::size_t>(std::min<std::uint64_t>(viewSize, fileSize - offset));

@@ -3,6 +3,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <cstring>
 
 namespace tarnlog {
 
@@ -23,5 +24,13 @@ bool VerifyAsciiCrc(const char* line, std::size_t length, std::size_t starIndex)
 // star, matched in either letter case. Sentences or star positions past 255
 // bytes fail.
 bool VerifyNmeaChecksum(const char* line, std::size_t length, std::size_t starIndex);
+
+// The star index both checks take: that of the last star in
+// line[0, length), or 0 when there is none. Both checks fail on 0, as they
+// do on a star that opens the line.
+inline std::size_t LastStarIndex(const char* line, std::size_t length) {
+  const void* star = ::memrchr(line, '*', length);
+  return star ? static_cast<std::size_t>(static_cast<const char*>(star) - line) : 0;
+}
 
 }  // namespace tarnlog

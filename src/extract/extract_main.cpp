@@ -108,9 +108,8 @@ class ExtractionRun : public SentenceSink {
     // The sentence as C text: everything behind a NUL is out of sight.
     const std::size_t length = strnlen(line, copied);
     if (length >= kMaxSentenceLength) return;
-    const char* star = static_cast<const char*>(memrchr(line, '*', length));
-    if (!star || star == line) return;
-    const std::size_t starIndex = static_cast<std::size_t>(star - line);
+    const std::size_t starIndex = LastStarIndex(line, length);
+    if (starIndex == 0) return;
     if (first == '$') {
       if (settings_.nmeaCrc && !VerifyNmeaChecksum(line, length, starIndex)) return;
     } else if (settings_.asciiCrc && !VerifyAsciiCrc(line, length, starIndex)) {
@@ -153,8 +152,7 @@ std::unique_ptr<ExtractionRun> BeginRun(int argc, char** argv, const ExtractSett
 template <typename ViewSource>
 bool WalkCapture(std::uint64_t fileSize, const ExtractSettings& settings, ExtractionRun& run,
                  ViewSource&& view) {
-  const std::size_t viewSize = settings.viewSize ? settings.viewSize : kViewSize;
-  if (!WalkViews(fileSize, viewSize, kBlockSize, view,
+  if (!WalkViews(fileSize, settings.viewSize, kBlockSize, view,
                  [&](const char* bytes, std::size_t size) { run.Feed(bytes, size); })) {
     return false;
   }
@@ -198,9 +196,7 @@ int ExtractFromMemory(int argc, char** argv, const char* bytes, std::size_t size
                       const ExtractSettings& settings, ExtractionState& state) {
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
-  WalkCapture(size, settings, *run, [&](std::uint64_t offset, std::size_t length) -> const char* {
-    return length ? bytes + offset : nullptr;
-  });
+  WalkCapture(size, settings, *run, MemoryViews{bytes});
   run->Close();
   return 0;
 }

@@ -7,6 +7,7 @@
 #include "extract/gps_time.h"
 #include "extract/log_fields.h"
 #include "extract/read_number.h"
+#include "extract/status/log_scan.h"
 
 namespace tarnlog::record_time {
 namespace {
@@ -44,11 +45,21 @@ bool ReadHeaderWords(const char* line, LineValues& values) {
                                 .ok;
 }
 
-bool ReadLongTime(const char* line, LineValues& values) {
+// The long header's week and seconds.
+bool ReadLongTime(const char* line, int& week, double& seconds) {
   LongHeader header;
   if (!ReadLongHeader(line, &header)) return false;
-  values.week = header.week;
-  values.seconds = header.seconds;
+  week = header.week;
+  seconds = header.seconds;
+  return true;
+}
+
+// The compact header's week, and its milliseconds as seconds.
+bool ReadCompactTime(const char* line, int& week, double& seconds) {
+  CompactHeader header;
+  if (!ReadCompactHeader(line, &header)) return false;
+  week = header.week;
+  seconds = header.Seconds();
   return true;
 }
 
@@ -107,11 +118,6 @@ bool ReadAhgh(const char* line, LineValues& values) {
 
 }  // namespace
 
-const char* BodyOf(const char* line) {
-  const char* semicolon = std::strchr(line, ';');
-  return semicolon ? semicolon + 1 : nullptr;
-}
-
 bool ReadLineValues(const LogType& type, const char* line, LineValues& values) {
   values = LineValues{};
   switch (type.reading) {
@@ -121,21 +127,18 @@ bool ReadLineValues(const LogType& type, const char* line, LineValues& values) {
       return ReadClockTime(BehindComma(line, 1), values);
     case Reading::kAhgh:
       return ReadAhgh(line, values);
-    case Reading::kCompactTime: {
-      CompactHeader header;
-      if (!ReadCompactHeader(line, &header)) return false;
-      values.week = header.week;
-      values.seconds = header.Seconds();
-      return true;
-    }
+    case Reading::kCompactTime:
+      return ReadCompactTime(line, values.week, values.seconds);
     case Reading::kLongTime:
-      return ReadLongTime(line, values);
+      return ReadLongTime(line, values.week, values.seconds);
     default:
       break;
   }
   const bool words = type.reading != Reading::kSolution && type.reading != Reading::kSsr &&
                      type.reading != Reading::kGalileoSignal && type.reading != Reading::kBd3Signal;
-  if (words ? !ReadHeaderWords(line, values) : !ReadLongTime(line, values)) return false;
+  if (words ? !ReadHeaderWords(line, values) : !ReadLongTime(line, values.week, values.seconds)) {
+    return false;
+  }
   if (type.reading == Reading::kHeaderWords) return true;
   const char* body = BodyOf(line);
   if (body == nullptr) return false;
@@ -188,10 +191,7 @@ bool ReadLineValues(const LogType& type, const char* line, LineValues& values) {
 
 bool ReadDirectValues(const char* line, DirectValues& values) {
   values = DirectValues{};
-  CompactHeader compact;
-  if (ReadCompactHeader(line, &compact)) {
-    values.week = compact.week;
-    values.seconds = compact.Seconds();
+  if (ReadCompactTime(line, values.week, values.seconds)) {
     const char* more = BehindComma(line, 6);
     FieldCursor cursor(more ? more : "");
     for (int k = 0; k < 4 && cursor.ok; ++k) {
@@ -200,10 +200,7 @@ bool ReadDirectValues(const char* line, DirectValues& values) {
     }
     return true;
   }
-  LongHeader header;
-  if (!ReadLongHeader(line, &header)) return false;
-  values.week = header.week;
-  values.seconds = header.seconds;
+  if (!ReadLongTime(line, values.week, values.seconds)) return false;
   if (const char* words = BehindComma(line, 7)) {
     FieldCursor(words).Hex(values.more[0]).Comma().Hex(values.more[1]);
   }

@@ -28,9 +28,6 @@ struct LineValues {
 // give everything the type needs.
 bool ReadLineValues(const LogType& type, const char* line, LineValues& values);
 
-// The line's part after the header's ';', or null.
-const char* BodyOf(const char* line);
-
 // Direct types: the compact header's week and milliseconds, or, where the
 // compact header can't be read, the long header's week and seconds. `more`
 // takes the header's integers behind the time as far as there are any (the

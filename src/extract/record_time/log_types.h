@@ -64,7 +64,6 @@ struct LogType {
   Reading reading;
   Form form;
   bool alwaysKept = false;  // written whatever the week
-  int subtype = 0;          // 0 for the types with a tick of their own
   Satellites satellites = Satellites::kNone;
   std::string_view talkerFile = {};  // "Other_GGA": the talker's own GGA file
   std::string_view filterText = {};  // what the filter passes, where it isn't `text`

@@ -80,18 +80,12 @@ class RecordTimeState : public SentenceSink {
     return Walk(static_cast<std::uint64_t>(info.st_size), views);
   }
 
-  void ExtractFromMemory(const char* bytes, std::size_t size) {
-    Walk(size, [&](std::uint64_t offset, std::size_t length) -> const char* {
-      return length ? bytes + offset : nullptr;
-    });
-  }
+  void ExtractFromMemory(const char* bytes, std::size_t size) { Walk(size, MemoryViews{bytes}); }
 
   void Close() {
     files_.Close();
     CloseLog();
   }
-
-  void ResetRmcDayCounter() { rmc_ = DayCount{}; }
 
  private:
   void CloseLog() {
@@ -116,8 +110,7 @@ class RecordTimeState : public SentenceSink {
       stream_.Feed(bytes, length, *this);
       files_.FlushWritten();
     };
-    const bool whole =
-        WalkViews(size, options_.viewSize ? options_.viewSize : kViewSize, blockSize, view, block);
+    const bool whole = WalkViews(size, options_.viewSize, blockSize, view, block);
     stream_.Finish(*this);
     files_.FlushWritten();
     return whole;
@@ -144,11 +137,7 @@ class RecordTimeState : public SentenceSink {
     const bool passes = chain_.PassesFilter(hits_, wanted_);
     const int direct = !passes && fine ? chain_.DirectType(hits_) : -1;
     if (!mixMatched && !passes && direct < 0) return;
-    const char* star = static_cast<const char*>(memrchr(line, '*', length));
-    if (star == nullptr || star == line ||
-        !VerifyAsciiCrc(line, length, static_cast<std::size_t>(star - line))) {
-      return;
-    }
+    if (!VerifyAsciiCrc(line, length, LastStarIndex(line, length))) return;
     if (mixMatched) WriteDirect(line, slots_.mixMatched, DirectForm::kTime);
     if (passes) {
       const int type = chain_.ClassifiedType(hits_, wanted_);
@@ -161,19 +150,15 @@ class RecordTimeState : public SentenceSink {
 
   // NMEA sentences: the talker and the sentence name decide.
   void AcceptSentence(const char* line, std::size_t length) {
-    const int type = SentenceType(line);
+    const int type = SentenceType(line, length);
     if (type < 0) return;
-    if (options_.nmeaCrcCheck) {
-      const char* star = static_cast<const char*>(memrchr(line, '*', length));
-      if (star == nullptr || star == line ||
-          !VerifyNmeaChecksum(line, length, static_cast<std::size_t>(star - line))) {
-        return;
-      }
+    if (options_.nmeaCrcCheck && !VerifyNmeaChecksum(line, length, LastStarIndex(line, length))) {
+      return;
     }
     Classify(type, line);
   }
 
-  int SentenceType(const char* line) const {
+  int SentenceType(const char* line, std::size_t length) const {
     const NmeaTypes& nmea = NmeaTypeIndexes();
     const auto wanted = [&](int type) {
       return LogTypes()[static_cast<std::size_t>(type)].gate.Passes(options_.logMaskA,
@@ -184,7 +169,7 @@ class RecordTimeState : public SentenceSink {
     if (chain_.HoldsGgaBase2(hits_)) return wanted(nmea.ggaBase2);
     if (chain_.StartsWithAhgh(hits_)) return wanted(nmea.ahgh);
     // "$ttSSS,": two talker letters and the sentence's name.
-    if (std::strlen(line) < 7 || line[6] != ',') return -1;
+    if (length < 7 || line[6] != ',') return -1;
     const std::string_view name(line + 3, 3);
     if (name == "RMC") return wanted(nmea.rmc);
     if (name != "GGA") return -1;
@@ -203,14 +188,16 @@ class RecordTimeState : public SentenceSink {
     const LogType& type = LogTypes()[static_cast<std::size_t>(typeIndex)];
     LineValues values;
     if (!ReadLineValues(type, line, values)) return;
-    OutFile& file = files_.Slot(slots_.ofType[static_cast<std::size_t>(typeIndex)]);
+    // A file is taken (and so flushed at the block's end) only for a line
+    // that is written.
+    const int slot = slots_.ofType[static_cast<std::size_t>(typeIndex)];
     if (type.form == Form::kTimeOfDay) {
       DayCount& count = type.reading == Reading::kRmc             ? rmc_
                         : typeIndex == NmeaTypeIndexes().ggaBase2 ? ggaBase2_
                                                                   : gga_;
       const double running =
           count.Running(values.hours * 3600.0 + values.minutes * 60.0 + values.daySeconds);
-      WriteTypeLine(file, type.form, values, count.days, running);
+      WriteTypeLine(files_.Slot(slot), type.form, values, count.days, running);
       const int talker = slots_.talkerOfType[static_cast<std::size_t>(typeIndex)];
       if (options_.otherGga && talker >= 0) {
         WriteTypeLine(files_.Slot(talker), type.form, values, count.days, running);
@@ -226,7 +213,7 @@ class RecordTimeState : public SentenceSink {
       roverSeconds_ = values.seconds;
     }
     if (!type.alwaysKept && !IsSetWeek(values.week)) return;
-    WriteTypeLine(file, type.form, values, 0, 0.0);
+    WriteTypeLine(files_.Slot(slot), type.form, values, 0, 0.0);
     if (OutFile* satellite = SatelliteFile(type.satellites, values)) {
       WriteSatelliteLine(*satellite, values);
     }
@@ -287,10 +274,6 @@ void RecordTimeExtractor::CloseTimeFiles() {
 
 void RecordTimeExtractor::ExtractFromMemory(const char* bytes, std::size_t size) {
   state_->ExtractFromMemory(bytes, size);
-}
-
-void RecordTimeExtractor::ResetRmcDayCounter() {
-  state_->ResetRmcDayCounter();
 }
 
 }  // namespace tarnlog

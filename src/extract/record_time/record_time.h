@@ -21,7 +21,8 @@ inline constexpr std::uint64_t kRecordTimeBlockReadLimit = 1073741824;
 struct RecordTimeOptions {
   std::uint32_t logMaskA = 0;
   std::uint32_t logMaskB = 0;
-  bool crcCheck = true;      // kept with the page's tick; the frame check is always made
+  // '#' lines always pass their frame check, whatever the page's CRC tick
+  // says: that tick is kept with the page and has no option here.
   bool nmeaCrcCheck = true;  // "NemaCRCCheck": checksums of '$' lines
   bool otherGga = false;     // "Other_GGA": the per-talker GGA files as well
   // Tests move the block/mapping boundary down to small sizes.
@@ -33,8 +34,9 @@ struct RecordTimeOptions {
 
 class RecordTimeState;
 
-// One extraction after another, as the Continue page runs its rows: the day
-// counters and the latest rover time live here between calls.
+// One extraction after another, as the Continue page runs its rows. The
+// day counters (GGA, the second base's GGA, RMC) and the latest rover time
+// start again with each log.
 class RecordTimeExtractor {
  public:
   RecordTimeExtractor();
@@ -49,7 +51,7 @@ class RecordTimeExtractor {
   bool OpenTimeFiles(const std::string& logPath, const std::string& folder,
                      const RecordTimeOptions& options);
   // Walks the opened log in one sweep; false when it could not be read to
-  // its end. The day counters start again at the log's start.
+  // its end.
   bool Extract();
   // Closes every time file and every per-satellite file and clears their
   // slots; the log is closed too.
@@ -59,9 +61,6 @@ class RecordTimeExtractor {
   // fed in blocks as a log is (for the fuzzer and the tests); the time files
   // must be open.
   void ExtractFromMemory(const char* bytes, std::size_t size);
-
-  // The Continue page resets the RMC day counter before each row.
-  void ResetRmcDayCounter();
 
  private:
   std::unique_ptr<RecordTimeState> state_;

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "platform/folders.h"
+#include "platform/paths.h"
 
 namespace tarnlog::record_time {
 namespace {
@@ -54,13 +55,12 @@ TimeFiles::TimeFiles() : files_(SharedTimeFileSlots().names.size()) {
 void TimeFiles::Open(const std::string& folder) {
   folder_ = folder;
   for (int family = 0; family < kSatelliteFamilies; ++family) {
-    MakeFolder(folder + "/" + std::string(FolderOf(family).folder));
+    MakeFolder(JoinPath(folder, FolderOf(family).folder));
   }
   const auto& names = SharedTimeFileSlots().names;
   for (std::size_t slot = 0; slot < names.size(); ++slot) {
     File& file = files_[slot];
-    if (!file.out.IsOpen())
-      file.out.Open(folder + "/" + std::string(names[slot]), FileMode::kBinary);
+    if (!file.out.IsOpen()) file.out.Open(JoinPath(folder, names[slot]), FileMode::kBinary);
   }
 }
 
@@ -70,7 +70,7 @@ OutFile* TimeFiles::Satellite(int family, int number) {
   File& file = satellites_[static_cast<std::size_t>(family)][static_cast<std::size_t>(number - 1)];
   if (!file.tried) {
     file.tried = true;
-    file.out.Open(folder_ + "/" + std::string(where.folder) + "/" + std::to_string(number) + ".txt",
+    file.out.Open(JoinPath(JoinPath(folder_, where.folder), std::to_string(number) + ".txt"),
                   FileMode::kBinary);
   }
   return &Touch(file);

@@ -97,16 +97,6 @@ struct SatelliteCounts {
   }
 };
 
-// The text behind the `count`-th comma from `at`, or null.
-const char* BehindCommas(const char* at, int count) {
-  for (int i = 0; i < count; ++i) {
-    at = std::strchr(at, ',');
-    if (at == nullptr) return nullptr;
-    ++at;
-  }
-  return at;
-}
-
 // The count at `at`, then that many numbers, each read behind the next
 // comma. Where the commas run out the walk stays put: every read left
 // reads the same text (or fails and keeps the number before), so the last
@@ -153,7 +143,7 @@ bool ReadDop(DopForm form, const char* s, DopRecord* r) {
 
   const int values = ValueCount(form);
   // The compact forms begin with a field that isn't read.
-  const char* first = values == 7 ? BehindCommas(body, 1) : body;
+  const char* first = values == 7 ? BehindComma(body, 1) : body;
   if (first == nullptr) return false;
   FieldCursor cursor(first);
   cursor.Double(r->values[0]);
@@ -162,7 +152,7 @@ bool ReadDop(DopForm form, const char* s, DopRecord* r) {
   if (!cursor.ok) return false;
 
   if (CountsSatellites(form)) {
-    const char* list = BehindCommas(body, values == 7 ? 10 : 6);
+    const char* list = BehindComma(body, values == 7 ? 10 : 6);
     if (list != nullptr) CountSatellites(list, &r->counts);
   }
   return true;

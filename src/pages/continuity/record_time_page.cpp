@@ -212,7 +212,6 @@ void CRecordTimeDlg::Worker() {
   RecordTimeOptions options;
   options.logMaskA = logMaskA_;
   options.logMaskB = logMaskB_;
-  options.crcCheck = crcCheck.checked;
   options.nmeaCrcCheck = nemaCrcCheck.checked;
   options.otherGga = otherGga.checked;
 
@@ -227,7 +226,6 @@ void CRecordTimeDlg::Worker() {
   // later row's extraction overlaps the earlier rows' analysers.
   std::vector<ChildProcess> analysers;
   for (const FileSlotPaths& slot : slots_) {
-    extractor_.ResetRmcDayCounter();
     const std::string rowFolder = JoinPath(savePath.text, slot.name);
     MakeFolder(rowFolder);
     // A log that can't be opened stops the whole run here, without a word;
