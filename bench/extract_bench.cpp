@@ -22,6 +22,7 @@
 #include "extract/extract_main.h"
 #include "extract/record_time/record_time.h"
 #include "extract/scan_sentence.h"
+#include "platform/folders.h"
 #include "synthcap/synth.h"
 
 namespace tarnlog {
@@ -221,6 +222,7 @@ void BM_ExtractFullVector(benchmark::State& state) {
 // page runs one row.
 void BM_RecordTimeAllTypes(benchmark::State& state) {
   const std::string output = Files().folder + "/recordtime";
+  MakeFolder(output);
   RecordTimeOptions options;
   options.logMaskA = options.logMaskB = kAllLogTypes;
   ResetPeakMemory();

@@ -15,6 +15,7 @@
 
 #include "extract/record_time/record_time.h"
 #include "fuzz_folder.h"
+#include "platform/folders.h"
 
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
   if (size == 0) return 0;
@@ -34,7 +35,9 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
   const std::size_t viewChoice = (mode >> 3) & 0x03;
   options.viewSize = viewChoice == 0 ? 0 : std::size_t{2048} << viewChoice;
   if (mode & 0x20) options.blockReadLimit = 0;
-  if (!extractor.OpenTimeFiles(log, tarnlog::fuzz::Folder() + "/times", options)) std::abort();
+  const std::string times = tarnlog::fuzz::Folder() + "/times";
+  tarnlog::MakeFolder(times);
+  if (!extractor.OpenTimeFiles(log, times, options)) std::abort();
   extractor.Extract();
   extractor.CloseTimeFiles();
   return 0;

@@ -55,7 +55,9 @@ class ExtractionRun : public SentenceSink {
   }
 
   void OpenTables() {
-    captureFd_ = OpenCaptureForReading(options_.capturePath);
+    struct stat info {};
+    captureFd_ = OpenCaptureForReading(options_.capturePath, &info);
+    captureSize_ = static_cast<std::uint64_t>(info.st_size);
     // The tables the first options name open first, as the system does.
     for (TableId id :
          {TableId::kRtkPos, TableId::kTtff, TableId::kRtkPosXY, TableId::kMatch, TableId::kBestPos,
@@ -90,6 +92,7 @@ class ExtractionRun : public SentenceSink {
   // The capture's descriptor, opened with the tables (-1 when it couldn't
   // be); the caller closes it.
   int TakeCapture() { return std::exchange(captureFd_, -1); }
+  std::uint64_t CaptureSize() const { return captureSize_; }
 
  private:
   void Open(TableId id) {
@@ -126,6 +129,7 @@ class ExtractionRun : public SentenceSink {
   SentenceStream stream_;
   int unwritableTables_ = 0;
   int captureFd_ = -1;
+  std::uint64_t captureSize_ = 0;  // taken when the capture is opened
 };
 
 // Parses, reports the two process endings, and opens the tables.
@@ -168,15 +172,13 @@ ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& setti
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
   ExtractOutcome outcome;
   const int fd = run->TakeCapture();
-  struct stat info {};
-  if (fd < 0 || ::fstat(fd, &info) != 0) {
+  if (fd < 0) {
     // The run ends here, as the system ends it, without the closing steps;
     // the tables come out empty.
-    if (fd >= 0) ::close(fd);
     outcome.unwritableTables = run->UnwritableTables();
     return outcome;
   }
-  const auto fileSize = static_cast<std::uint64_t>(info.st_size);
+  const std::uint64_t fileSize = run->CaptureSize();
   {
     MappedViews views(fd);
     outcome.captureRead = WalkCapture(fileSize, settings, *run, views);

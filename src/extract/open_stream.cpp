@@ -25,8 +25,8 @@ bool OpenStream(int mode, const std::string& path, OutFile& stream) {
   return false;
 }
 
-int OpenCaptureForReading(const std::string& path) {
-  const int fd = OpenRegularFileForReading(path);
+int OpenCaptureForReading(const std::string& path, struct stat* info) {
+  const int fd = OpenRegularFileForReading(path, info);
   if (fd < 0) ComplainAbout("Cannot open  read  file:\n", path);
   return fd;
 }

@@ -3,6 +3,8 @@
 // writes to it go nowhere.
 #pragma once
 
+#include <sys/stat.h>
+
 #include <string>
 
 #include "platform/files.h"
@@ -18,8 +20,9 @@ bool OpenStream(int mode, const std::string& path, OutFile& stream);
 // as above.
 bool OpenStream(int mode, const std::string& path, InFile& stream);
 
-// The capture, opened once for its mapping: a regular file's descriptor,
-// or -1 after the same complaint as a failed read open.
-int OpenCaptureForReading(const std::string& path);
+// The capture, opened once for its mapping: a regular file's descriptor
+// (with its status in `info` when given), or -1 after the same complaint as
+// a failed read open.
+int OpenCaptureForReading(const std::string& path, struct stat* info = nullptr);
 
 }  // namespace tarnlog

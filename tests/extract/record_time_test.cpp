@@ -2,6 +2,7 @@
 // filter's checks and masks, the GGA day count, damage, the block/mapping
 // boundary, and golden files from real recordings.
 #include "extract/record_time/record_time.h"
+#include "platform/folders.h"
 
 #include <gtest/gtest.h>
 
@@ -59,6 +60,7 @@ class RecordTimeTest : public ::testing::Test {
   void RunFile(const std::string& path, const RecordTimeOptions& options = AllTypes()) {
     ++runs;
     out = folder / ("out" + std::to_string(runs));
+    MakeFolder(out);
     ASSERT_TRUE(extractor.OpenTimeFiles(path, out, options));
     EXPECT_TRUE(extractor.Extract());
     extractor.CloseTimeFiles();
@@ -332,6 +334,7 @@ TEST_F(RecordTimeTest, LogsAtAndPastTheBlockLimitComeOutWhole) {
     }
   }
   // The same bytes from memory.
+  MakeFolder(folder / "memory");
   ASSERT_TRUE(extractor.OpenTimeFiles(folder / "log.txt", folder / "memory", AllTypes()));
   extractor.ExtractFromMemory(log.data(), log.size());
   extractor.CloseTimeFiles();

@@ -15,7 +15,6 @@
 #include "extract/record_time/time_lines.h"
 #include "extract/sentence_stream.h"
 #include "platform/files.h"
-#include "platform/folders.h"
 
 namespace tarnlog {
 namespace {
@@ -61,23 +60,22 @@ class RecordTimeState : public SentenceSink {
 
   bool Open(const std::string& logPath, const std::string& folder,
             const RecordTimeOptions& options) {
-    const int fd = OpenRegularFileForReading(logPath);
+    struct stat info {};
+    const int fd = OpenRegularFileForReading(logPath, &info);
     if (fd < 0) return false;
     CloseLog();
     logFd_ = fd;
+    logSize_ = static_cast<std::uint64_t>(info.st_size);
     options_ = options;
     wanted_ = chain_.Wanted(options.logMaskA, options.logMaskB);
-    MakeFolder(folder);
     files_.Open(folder);
     return true;
   }
 
   bool Extract() {
     if (logFd_ < 0) return false;
-    struct stat info {};
-    if (::fstat(logFd_, &info) != 0) return false;
     MappedViews views(logFd_);
-    return Walk(static_cast<std::uint64_t>(info.st_size), views);
+    return Walk(logSize_, views);
   }
 
   void ExtractFromMemory(const char* bytes, std::size_t size) { Walk(size, MemoryViews{bytes}); }
@@ -246,6 +244,7 @@ class RecordTimeState : public SentenceSink {
   RecordTimeOptions options_;
   WantedTexts wanted_;
   int logFd_ = -1;
+  std::uint64_t logSize_ = 0;  // taken when the log is opened
   TimeFiles files_;
   SentenceStream stream_;
   PatternHits hits_;

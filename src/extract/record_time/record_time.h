@@ -45,8 +45,9 @@ class RecordTimeExtractor {
   RecordTimeExtractor& operator=(const RecordTimeExtractor&) = delete;
 
   // Opens the log (a regular file) and creates every time file empty in
-  // `folder`, with the per-satellite subfolders. False, with nothing
-  // created, when the log can't be opened: the caller's run stops there. A
+  // `folder`, which the caller has made, with the per-satellite subfolders.
+  // False, with nothing created, when the log can't be opened: the caller's
+  // run stops there. A
   // time file that can't be created stays closed and its lines go nowhere.
   bool OpenTimeFiles(const std::string& logPath, const std::string& folder,
                      const RecordTimeOptions& options);
