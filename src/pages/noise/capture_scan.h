@@ -1,0 +1,64 @@
+// Scanning a capture for the production test: frames one at a time, their
+// message ids and times, the first and last observation epochs, and whether
+// the IMU logs carry data. These only frame; the tables of the extraction
+// are not involved.
+#pragma once
+
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <string_view>
+
+#include "pages/noise/control_file.h"
+
+namespace tarnlog {
+
+// One frame of a capture buffer, as the extraction's framing cuts it.
+struct CaptureFrame {
+  int kind = 0;                 // 1 NMEA, 2 ASCII log, 3 binary frame that passed its CRC
+  const char* bytes = nullptr;  // inside the scanned buffer, no copy
+  std::size_t length = 0;       // line end included
+};
+
+enum class FrameStep {
+  kFrame,     // `frame` holds a frame; the read position moved behind it
+  kSkipped,   // a line end, a cut-off text or a bad frame was passed over
+  kNeedMore,  // the bytes ran out inside a frame: nothing moved
+};
+
+// Takes the next frame from `buffer[*position, length)`, moving `*position`
+// on. With `endOfCapture` no bytes follow the buffer.
+FrameStep FrameNextMessage(const char* buffer, std::size_t length, std::size_t* position,
+                           CaptureFrame* frame, bool endOfCapture = false);
+
+// An ASCII frame's message id from the fixed list of prefixes, tested in
+// order; -1 when none matches.
+int MessageIdFromPrefix(std::string_view text);
+
+// A frame's message id and time: ASCII logs through the prefix list and
+// their header's week and second, binary frames through the header's id,
+// week and milliseconds (a header of at least 21 bytes and a week of at
+// least 10). Nothing for frames that give no time.
+struct FrameEpoch {
+  int messageId = -1;
+  GpsWeekSecond time;
+};
+std::optional<FrameEpoch> EpochOfFrame(const CaptureFrame& frame);
+
+// The first observation epoch (ids 43, 6005 and 283) within the first
+// 1,024,000 bytes, and the last one whose second is whole (within 1e-6)
+// within the last 1,024,000 bytes. Absent when there is none or the capture
+// can't be opened.
+struct EpochRange {
+  std::optional<GpsWeekSecond> first;
+  std::optional<GpsWeekSecond> last;
+};
+EpochRange FindEpochRange(const std::string& path);
+inline constexpr std::size_t kEpochWindowBytes = 0xFA000;
+
+// "0": no IMU log (ids 1461 and 268) seen; "1": seen, but never with data;
+// "2": a frame with a non-zero word among its first three data words and
+// among its next three.
+std::string_view CheckImuData(const std::string& path);
+
+}  // namespace tarnlog
