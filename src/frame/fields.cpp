@@ -1,5 +1,7 @@
 #include "frame/fields.h"
 
+#include <algorithm>
+
 #include "frame/page.h"
 
 namespace tarnlog {
@@ -65,6 +67,22 @@ TableField::TableField(Page& page, std::string_view caption, std::vector<std::st
 void TableField::Reset() {
   rows.clear();
   selected = -1;
+  selectedRows.clear();
+}
+
+std::vector<int> TableField::SelectedRows() const {
+  std::vector<int> chosen;
+  const int count = static_cast<int>(rows.size());
+  if (!multipleSelection) {
+    if (selected >= 0 && selected < count) chosen.push_back(selected);
+    return chosen;
+  }
+  for (int row : selectedRows) {
+    if (row >= 0 && row < count) chosen.push_back(row);
+  }
+  std::sort(chosen.begin(), chosen.end());
+  chosen.erase(std::unique(chosen.begin(), chosen.end()), chosen.end());
+  return chosen;
 }
 
 ActionField::ActionField(Page& page, std::string_view caption, std::function<void()> action,

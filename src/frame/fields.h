@@ -104,9 +104,17 @@ class TableField : public Field {
              std::string_view group = {});
   void Reset() override;
 
+  // The rows a list of several selections has selected, in list order;
+  // empty in a list of one selection, where `selected` tells.
+  std::vector<int> SelectedRows() const;
+
   const std::vector<std::string> columns;
   std::vector<std::vector<std::string>> rows;
   int selected = -1;
+  bool multipleSelection = false;
+  std::vector<int> selectedRows;  // with `multipleSelection`, in any order
+  // The page's action on a double-click of the list.
+  std::function<void()> onActivated;
 };
 
 class ActionField : public Field {

@@ -80,13 +80,6 @@ std::optional<AutoTestConfig> Page::TakeAutomaticTest(std::string_view switchTex
   return config;
 }
 
-void Page::RefuseAutoTestSwitch(std::string_view switchText) {
-  if (TakeAutoTestSwitch(switchText).state == AutoTestSwitch::State::kTaken) {
-    EndProcess(
-        2, className_ + ": the automatic test " + std::string(switchText) + " is not built yet");
-  }
-}
-
 void Page::RefillRealValueList(ChoiceField& list) const {
   std::vector<std::string> names;
   for (const RealValueRow& row : parent_.RealValueStore().rows) {

@@ -115,9 +115,6 @@ class Page {
   // comes back when the switch isn't taken.
   std::optional<AutoTestConfig> TakeAutomaticTest(std::string_view switchText,
                                                   unsigned char AutoTestConfig::*flag);
-  // For a page whose automatic test isn't built yet: a taken switch ends the
-  // headless run with status 2 and a line saying so.
-  void RefuseAutoTestSwitch(std::string_view switchText);
 
   // Refills a list from the real-value table: names from row 0 up to the
   // first free row.

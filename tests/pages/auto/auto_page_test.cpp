@@ -245,7 +245,7 @@ TEST_F(AutomaticTestRunTest, AutoRunStartsTheCopiesInOrderAndEnds) {
             "Status: Process Continue......\n"
             "Status: Process Noise......\n"
             "Status: Finished\n");
-  EXPECT_NE(run.err.find("-N is not built yet"), std::string::npos) << run.err;
+  EXPECT_EQ(run.err, "");
   EXPECT_EQ(FileBytes(config_ + "filelist.ini"), listBefore);
   EXPECT_EQ(FileBytes(config_ + "mode.ini"), "Static,1\n");
   ExpectStaticResults();
@@ -289,6 +289,117 @@ TEST_F(AutomaticTestRunTest, AutoRunWithoutAFolderEndsWithItsMessage) {
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "tarnlog: CAuto: 请设置路径！\n");
+}
+
+// The noise copy over a test folder of captures named as the laboratory
+// names them: each listed log is prepared by the converter into a ".BIN"
+// capture beside it, the prepared captures are paired, and the copy ends.
+class NoiseRunTest : public AutomaticTestRunTest {
+ protected:
+  NoiseRunTest() {
+    for (const char* tool :
+         {"Converter.exe", "NoisePlot.exe", "OfflineProcessor.exe", "ExtraData.exe",
+          "IMUdataGet.exe", "GyoaccNoiseProcessFCT.exe", "All_continues.exe"})
+      testing::InstallStandin(start_ + "/EXE", tool);
+    const std::string sample = testing::SourceDir() + "/tests/data/OnceEachAgain.ASC";
+    for (const char* name : {"xcap.log", "ycap.log", "gcap.log"})
+      CopyFileReplacing(sample, start_ + "/logs/" + name);
+    WriteConfig("FileList:2\r\nxcap.log\r\nycap.log\r\n\r\nGoldenFile:\r\ngcap.log\r\n",
+                "1,2,3\n4,5,6\n");
+  }
+
+  testing::RunResult RunNoise(const char* switchText) {
+    return testing::RunAndCapture(
+        {"timeout", "120", testing::TarnlogBinary(), switchText, "-PATH", "logs"}, start_,
+        {"TARNLOG_STANDIN_LOG=" + start_ + "/calls.log", "TARNLOG_STANDIN_SLEEP_MS=0",
+         "TARNLOG_STANDIN_COPY=Converter.exe:1:.BIN",
+         "TARNLOG_STANDIN_APPEND=NoisePlot.exe:16:1,{rover},Yes,"});
+  }
+
+  // The calls of one tool, in the order they ended.
+  std::vector<testing::StandinCall> CallsOf(const std::string& name) const {
+    std::vector<testing::StandinCall> calls;
+    for (const auto& call : testing::ReadStandinLog(start_ + "/calls.log"))
+      if (call.name == name) calls.push_back(call);
+    return calls;
+  }
+
+  // The golden capture against each other capture, one after the other.
+  void ExpectNoiseResults() {
+    const std::string logs = testing::Canonical(start_ + "/logs");
+    const std::vector<testing::StandinCall> converter = CallsOf("Converter.exe");
+    ASSERT_EQ(converter.size(), 3u);
+    EXPECT_EQ(converter[0].args,
+              (Names{start_ + "/EXE/Converter.exe", logs + "/xcap.log", "-batch", "-b"}));
+    EXPECT_EQ(converter[2].args[1], logs + "/gcap.log");
+    for (const char* name : {"xcap", "ycap", "gcap"}) {
+      EXPECT_EQ(FileBytes(logs + "/" + name + ".BIN"), FileBytes(logs + "/" + name + ".log"));
+      EXPECT_EQ(FileBytes(logs + "/" + name + ".bat"), "<missing>");
+    }
+    const std::vector<FolderEntry> outputs = ListMatching(logs, "Noise*");
+    ASSERT_EQ(outputs.size(), 1u);
+    const std::string output = logs + "/" + outputs[0].name;
+    const std::vector<testing::StandinCall> plots = CallsOf("NoisePlot.exe");
+    ASSERT_EQ(plots.size(), 2u);
+    EXPECT_EQ(plots[0].args[1], output + "/gcap--xcap");
+    EXPECT_EQ(plots[1].args[1], output + "/gcap--ycap");
+    EXPECT_EQ(plots[0].args[16], logs + "/MFGResult_logs.txt");
+    EXPECT_LE(plots[0].endNs, plots[1].startNs);
+    const std::vector<testing::StandinCall> processors = CallsOf("OfflineProcessor.exe");
+    ASSERT_EQ(processors.size(), 4u);
+    EXPECT_EQ(processors[0].cwd, output + "/gcap--xcap/GPSGAL");
+    EXPECT_EQ(processors[0].args, (Names{"OfflineProcessor.exe", "-c", "control.txt", "-b",
+                                         logs + "/gcap.BIN", "-r", logs + "/xcap.BIN"}));
+    EXPECT_NE(FileBytes(output + "/gcap--xcap/GPSGAL/control.txt")
+                  .find("SetStartTime 1687 420261.000000\r\n"),
+              std::string::npos);
+    EXPECT_EQ(FileBytes(logs + "/MFGResult_logs.txt"), "1,xcap,Yes,\n1,ycap,Yes,\n");
+  }
+};
+
+TEST_F(NoiseRunTest, NoiseCopyPreparesPairsAndEnds) {
+  WriteModes("Noise,1\r\n");
+  const testing::RunResult run = RunNoise("-N");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out, "Status: Processing\nStatus: Finished\n");
+  EXPECT_EQ(run.err, "");
+  ExpectNoiseResults();
+}
+
+// No capture named as the laboratory names them: the copy says so and ends.
+TEST_F(NoiseRunTest, NoiseCopyWithoutCapturesEndsWithItsMessage) {
+  WriteModes("Noise,1\r\n");
+  WriteConfig("FileList:2\r\na.log\r\nb.log\r\n", "1,2,3\n4,5,6\n");
+  const testing::RunResult run = RunNoise("-N");
+  EXPECT_EQ(run.status, 1);
+  EXPECT_EQ(run.out, "");
+  EXPECT_EQ(run.err, "tarnlog: GenNoise: Command line error!\n");
+  EXPECT_EQ(FileBytes(start_ + "/logs/a.BIN"), FileBytes(start_ + "/logs/a.log"));
+  EXPECT_TRUE(ListMatching(start_ + "/logs", "Noise*").empty());
+}
+
+// All three tests ticked: Static, Continue and Noise run in that order, and
+// the AUTO run ends by itself.
+TEST_F(NoiseRunTest, AutoRunWithAllThreeTests) {
+  WriteModes("Static,1\r\nNoise,1\r\nContinue,1\r\n");
+  const testing::RunResult run = RunNoise("-AUTO");
+  EXPECT_EQ(run.status, 0) << run.err;
+  EXPECT_EQ(run.out,
+            "Status: Process RTKStatic......\n"
+            "Status:Processing\nStatus:Finished\n"
+            "Status: Process Continue......\n"
+            "Status:Processing...\nStatus:Finished\n"
+            "Status: Process Noise......\n"
+            "Status: Processing\nStatus: Finished\n"
+            "Status: Finished\n");
+  const std::vector<testing::StandinCall> calls = testing::ReadStandinLog(start_ + "/calls.log");
+  Names order;
+  for (const auto& call : calls)
+    if (order.empty() || order.back() != call.name) order.push_back(call.name);
+  EXPECT_EQ(order,
+            (Names{"llherroRTK_M.exe", "All_continues.exe", "Converter.exe", "OfflineProcessor.exe",
+                   "NoisePlot.exe", "OfflineProcessor.exe", "NoisePlot.exe"}));
+  ExpectNoiseResults();
 }
 
 }  // namespace
