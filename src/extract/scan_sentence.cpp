@@ -83,15 +83,12 @@ std::uint32_t LoadLe32(const unsigned char* p) {
          static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
 }
 
-}  // namespace
-
-int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursorOut, char* lineOut,
-                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut,
-                 bool endOfCapture) {
-  if (buffer == nullptr || lineOut == nullptr || remaining == nullptr || cursorOut == nullptr ||
-      lengthOut == nullptr || kindOut == nullptr) {
-    return kScanBadArguments;
-  }
+// The scan itself. `take(from, length)` receives each sentence where it lies;
+// the callers decide whether it is copied.
+template <typename Take>
+[[gnu::always_inline]] inline int Scan(const char* buffer, std::size_t* remaining,
+                                       const char** cursorOut, int* kindOut, bool endOfCapture,
+                                       Take&& take) {
   const auto* bytes = reinterpret_cast<const unsigned char*>(buffer);
   const std::size_t count = *remaining;
   // From this index on every ordinary byte forces a cut. It counts from the
@@ -108,7 +105,7 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
 
   // Hands the bytes [from, end) over as a sentence and moves past `next`.
   auto finish = [&](std::size_t from, std::size_t end, std::size_t next) {
-    *lengthOut = CopyLine(buffer + from, end - from, lineOut, lineCapacity);
+    take(from, end - from);
     *cursorOut = buffer + next;
     *remaining = count - next;
   };
@@ -140,10 +137,7 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
         const std::size_t endLength =
             (byte == '\r' && i + 1 < count && bytes[i + 1] == '\n') ? 2 : 1;
         if (!isOpen) {
-          if (lineCapacity > 0) lineOut[0] = '\0';
-          *lengthOut = 0;
-          *cursorOut = buffer + i + endLength;
-          *remaining = count - i - endLength;
+          finish(i, i, i + endLength);
           return kScanSkippedOrCut;
         }
         finish(open, i + endLength, i + endLength);
@@ -171,10 +165,8 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
             ++i;
             continue;
           }
-          *lengthOut = CopyLine(buffer + i, frameLength, lineOut, lineCapacity);
           if (Crc32Block(bytes + i, crcEnd) == LoadLe32(bytes + i + crcEnd)) {
-            *cursorOut = buffer + i + frameLength;
-            *remaining = count - i - frameLength;
+            finish(i, i + frameLength, i + frameLength);
             return kBinaryFrame;
           }
           *kindOut = kNoSentence;
@@ -196,6 +188,34 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
     }
     ++i;
   }
+}
+
+}  // namespace
+
+int FindSentence(const char* buffer, std::size_t* remaining, const char** cursorOut,
+                 std::size_t* startOut, std::size_t* lengthOut, int* kindOut, bool endOfCapture) {
+  if (buffer == nullptr || remaining == nullptr || cursorOut == nullptr || startOut == nullptr ||
+      lengthOut == nullptr || kindOut == nullptr) {
+    return kScanBadArguments;
+  }
+  return Scan(buffer, remaining, cursorOut, kindOut, endOfCapture,
+              [&](std::size_t from, std::size_t length) {
+                *startOut = from;
+                *lengthOut = length;
+              });
+}
+
+int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursorOut, char* lineOut,
+                 std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut,
+                 bool endOfCapture) {
+  if (buffer == nullptr || lineOut == nullptr || remaining == nullptr || cursorOut == nullptr ||
+      lengthOut == nullptr || kindOut == nullptr) {
+    return kScanBadArguments;
+  }
+  return Scan(buffer, remaining, cursorOut, kindOut, endOfCapture,
+              [&](std::size_t from, std::size_t length) {
+                *lengthOut = CopyLine(buffer + from, length, lineOut, lineCapacity);
+              });
 }
 
 }  // namespace tarnlog

@@ -48,4 +48,14 @@ int ScanSentence(const char* buffer, std::size_t* remaining, const char** cursor
                  std::size_t lineCapacity, std::size_t* lengthOut, int* kindOut,
                  bool endOfCapture = false);
 
+// The same scan without the copy, for readers that look at the sentence where
+// it lies: the same results and the same updates of `*remaining`,
+// `*cursorOut` and `*kindOut`, and where ScanSentence would copy, the
+// sentence is `buffer[*startOut, *startOut + *lengthOut)`, whole (line end
+// included; a skipped line end gives a length of 0). Running out updates
+// nothing. Returns -1 when any pointer is null.
+int FindSentence(const char* buffer, std::size_t* remaining, const char** cursorOut,
+                 std::size_t* startOut, std::size_t* lengthOut, int* kindOut,
+                 bool endOfCapture = false);
+
 }  // namespace tarnlog

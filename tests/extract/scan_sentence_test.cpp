@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -37,6 +38,21 @@ Scan ScanOnce(const std::string& bytes, std::size_t capacity = kCallerLine) {
   EXPECT_EQ(line[capacity], '\x7f') << "wrote past the line";
   if (cursor != nullptr) scan.cursor = static_cast<std::size_t>(cursor - bytes.data());
   if (scan.length != kUntouched) scan.line.assign(line.data(), scan.length);
+
+  // The scan without the copy agrees, and its span is what was copied.
+  std::size_t remaining = bytes.size();
+  const char* found = nullptr;
+  std::size_t start = kUntouched, length = kUntouched;
+  int kind = 0;
+  EXPECT_EQ(FindSentence(bytes.data(), &remaining, &found, &start, &length, &kind), scan.result);
+  EXPECT_EQ(remaining, scan.remaining);
+  EXPECT_EQ(found, cursor);
+  EXPECT_EQ(kind, scan.kind);
+  if (found == nullptr) {
+    EXPECT_EQ(length, kUntouched);
+  } else if (capacity > 0) {
+    EXPECT_EQ(bytes.substr(start, std::min(length, capacity - 1)), scan.line);
+  }
   return scan;
 }
 
@@ -80,6 +96,7 @@ TEST(ScanSentenceTest, NullArgumentsChangeNothing) {
   const char* cursor = nullptr;
   EXPECT_EQ(ScanSentence(nullptr, &remaining, &cursor, line, sizeof line, &length, &kind), -1);
   EXPECT_EQ(ScanSentence("#A\r\n", &remaining, &cursor, nullptr, 0, &length, &kind), -1);
+  EXPECT_EQ(FindSentence("#A\r\n", &remaining, &cursor, nullptr, &length, &kind), -1);
   EXPECT_EQ(remaining, 4u);
   EXPECT_EQ(cursor, nullptr);
 }

@@ -5,6 +5,7 @@
 #include <cmath>
 
 #include "synthcap/message_writers.h"
+#include "synthcap/sentence_frame.h"
 #include "synthcap/solution_blocks.h"
 #include "synthcap/text_out.h"
 
@@ -90,6 +91,55 @@ void AppendImuCounts(std::string& out, const ImuCounts& counts) {
     FieldInt(out, -triple[1]);
     FieldInt(out, triple[0]);
   }
+}
+
+constexpr std::uint16_t kRawImuId = 268;
+constexpr std::uint16_t kRawImuExtendedId = 1461;
+constexpr std::uint32_t kImuStatus = 0x00000077;
+
+// The six counts of a binary IMU frame, in the order of the ASCII logs.
+void PutImuCounts(std::string& out, const ImuCounts& counts) {
+  for (const std::int64_t* triple : {counts.acceleration, counts.rate}) {
+    PutU32(out, static_cast<std::uint32_t>(triple[2]));
+    PutU32(out, static_cast<std::uint32_t>(-triple[1]));
+    PutU32(out, static_cast<std::uint32_t>(triple[0]));
+  }
+}
+
+// RAWIMUB: week, seconds, status and the six counts; `silent` writes the
+// body all zero, as an IMU that delivers nothing.
+void WriteRawImuFrame(WriterContext& c, bool silent) {
+  const ReceiverEpoch& e = c.epoch;
+  const ImuCounts counts = ImuCountsOf(e, c.rng);
+  const std::size_t start = BeginBinaryFrame(c.out, kRawImuId, e);
+  if (silent) {
+    c.out.append(40, '\0');
+  } else {
+    PutU32(c.out, static_cast<std::uint32_t>(e.week));
+    PutF64(c.out, e.Seconds());
+    PutU32(c.out, kImuStatus);
+    PutImuCounts(c.out, counts);
+  }
+  EndBinaryFrame(c.out, start);
+}
+
+// RAWIMUXB: IMU information and type bytes, the week as a 16-bit word,
+// seconds, status and the six counts.
+void WriteRawImuExtendedFrame(WriterContext& c, bool silent) {
+  const ReceiverEpoch& e = c.epoch;
+  const ImuCounts counts = ImuCountsOf(e, c.rng);
+  const std::size_t start = BeginBinaryFrame(c.out, kRawImuExtendedId, e);
+  if (silent) {
+    c.out.append(40, '\0');
+  } else {
+    PutU8(c.out, 0);
+    PutU8(c.out, 13);
+    PutU16(c.out, static_cast<std::uint16_t>(e.week));
+    PutF64(c.out, e.Seconds());
+    PutU32(c.out, kImuStatus);
+    PutImuCounts(c.out, counts);
+  }
+  EndBinaryFrame(c.out, start);
 }
 
 }  // namespace
@@ -257,6 +307,19 @@ void WriteEvent(WriterContext& c) {
   c.out += ',';
   AppendPositionBlock(c.out, SolvePosition(SolutionFamily::kBest, e, c.rng));
   EndLog(c, start);
+}
+
+void WriteRawImuBinary(WriterContext& c) {
+  WriteRawImuFrame(c, false);
+}
+void WriteSilentRawImuBinary(WriterContext& c) {
+  WriteRawImuFrame(c, true);
+}
+void WriteRawImuExtendedBinary(WriterContext& c) {
+  WriteRawImuExtendedFrame(c, false);
+}
+void WriteSilentRawImuExtendedBinary(WriterContext& c) {
+  WriteRawImuExtendedFrame(c, true);
 }
 
 }  // namespace tarnlog::synth

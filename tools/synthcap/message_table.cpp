@@ -130,6 +130,13 @@ constexpr MessageKind kKinds[] = {
     {"GNS", kNmea, kRare, WriteGns},
     {"NTR", kNmea, kRare, WriteNtr},
     {"RTK", kNmea, kRare, WriteRtkSentence},
+
+    // Binary observations and IMU frames, by name only.
+    {"RANGEB", kBinary, kEveryEpoch, WriteRangeBinary, true},
+    {"RAWIMUB", kBinary, kEveryEpoch, WriteRawImuBinary, true},
+    {"RAWIMUB:zero", kBinary, kEveryEpoch, WriteSilentRawImuBinary, true},
+    {"RAWIMUXB", kBinary, kEveryEpoch, WriteRawImuExtendedBinary, true},
+    {"RAWIMUXB:zero", kBinary, kEveryEpoch, WriteSilentRawImuExtendedBinary, true},
 };
 
 struct NamedMix {
@@ -171,6 +178,7 @@ std::optional<Mix> SelectMix(std::string_view mix) {
   for (const NamedMix& named : kMixes) {
     if (named.name != mix) continue;
     for (std::size_t i = 0; i < std::size(kKinds); ++i) {
+      if (kKinds[i].byNameOnly) continue;
       if (named.all || kKinds[i].form == named.form) selected.kinds.push_back(i);
     }
     selected.rareSeconds = named.rareSeconds;

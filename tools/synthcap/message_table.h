@@ -25,6 +25,9 @@ struct MessageKind {
   SentenceForm form;
   Cadence cadence;
   MessageWriter write;
+  // Left out of the named mixes ("full", "binary", ...), so that they keep
+  // their bytes; such a kind comes only when its name is listed.
+  bool byNameOnly = false;
 };
 
 // The name a kind's sentences carry.
@@ -43,6 +46,9 @@ struct Mix {
 // second), "long", "compact", "brief", "nmea" and "binary" (the kinds of one
 // form, as in "full"), or a comma-separated list of kind names such as
 // "BESTPOSA,GGA" (the rare ones every second). Nothing for an unknown name.
+// The binary observation and IMU frames that the production test reads
+// (RANGEB, RAWIMUB, RAWIMUXB, and RAWIMUB:zero and RAWIMUXB:zero with a body
+// of zeros) come by name only.
 std::optional<Mix> SelectMix(std::string_view mix);
 
 // The named mixes and the kind names, for the usage text.

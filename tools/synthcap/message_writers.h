@@ -116,5 +116,12 @@ void WritePvtSolution(WriterContext& c);
 // Binary frames (binary_frames.cpp).
 void WriteBestPosBinary(WriterContext& c);
 void WriteRangeCompressedBinary(WriterContext& c);
+// RANGEB (observation_logs.cpp) and the IMU frames RAWIMUB and RAWIMUXB
+// (ins_logs.cpp); the silent forms carry a body of zeros.
+void WriteRangeBinary(WriterContext& c);
+void WriteRawImuBinary(WriterContext& c);
+void WriteSilentRawImuBinary(WriterContext& c);
+void WriteRawImuExtendedBinary(WriterContext& c);
+void WriteSilentRawImuExtendedBinary(WriterContext& c);
 
 }  // namespace tarnlog::synth

@@ -2,6 +2,7 @@
 // and the heading antenna, and the maker's OBSVMA layout. They carry two
 // observations (L1 and L2) per tracked satellite: 20 to 40 channels.
 #include "synthcap/message_writers.h"
+#include "synthcap/sentence_frame.h"
 #include "synthcap/text_out.h"
 
 namespace tarnlog::synth {
@@ -109,7 +110,39 @@ void WriteObsvmLog(WriterContext& c, double (*extraRange)(const Satellite&)) {
   EndLog(c, start);
 }
 
+// The same observations as RANGEA in binary: PRN and GLONASS frequency as
+// 16-bit words, pseudorange and carrier phase as doubles, the rest as floats
+// and the tracking status last, 44 bytes each.
+void AppendBinaryRangeObservation(std::string& out, const Satellite& s, bool l2, double wavelength,
+                                  Rng& rng) {
+  const double cno = l2 ? s.cnoL2 : s.cnoL1;
+  PutU16(out, static_cast<std::uint16_t>(s.prn));
+  PutU16(out, static_cast<std::uint16_t>(s.gloFrequency));
+  PutF64(out, s.range + (l2 ? 2.1 : 0.0) + rng.Noise() * 0.3);
+  PutF32(out, static_cast<float>((l2 ? 0.07 : 0.03) + (52.0 - cno) * 0.004));
+  PutF64(out, (l2 ? s.adrOffsetL2 : s.adrOffsetL1) - s.range / wavelength);
+  PutF32(out, static_cast<float>(0.006 + (52.0 - cno) * 0.0004));
+  PutF32(out, static_cast<float>(-s.rangeRate / wavelength));
+  PutF32(out, static_cast<float>(cno));
+  PutF32(out, static_cast<float>(s.lockTime));
+  PutU32(out, TrackingStatus(s, l2));
+}
+
 }  // namespace
+
+void WriteRangeBinary(WriterContext& c) {
+  constexpr std::uint16_t kRangeId = 43;
+  const ReceiverEpoch& e = c.epoch;
+  const std::size_t start = BeginBinaryFrame(c.out, kRangeId, e);
+  PutU32(c.out, static_cast<std::uint32_t>(e.satellites.size() * 2));
+  for (const Satellite& s : e.satellites) {
+    double l1 = 0.0, l2 = 0.0;
+    Wavelengths(s, l1, l2);
+    AppendBinaryRangeObservation(c.out, s, false, l1, c.rng);
+    AppendBinaryRangeObservation(c.out, s, true, l2, c.rng);
+  }
+  EndBinaryFrame(c.out, start);
+}
 
 void WriteRange(WriterContext& c) {
   WriteRangeLog(c, NoExtraRange, 0.0);
