@@ -14,6 +14,23 @@
 // $TARNLOG_STANDIN_SLEEP_MS makes it wait first; $TARNLOG_STANDIN_CREATE
 // (';'-separated, relative to the working folder, "name/" for a folder) names
 // the results it leaves behind. It always ends with status 0.
+//
+// Two switches act only when the stand-in runs under the name they give, so
+// that the several tools of one run can share an environment:
+//
+//   TARNLOG_STANDIN_APPEND="<call name>:<arg index>:<text>"
+//     appends <text> and a '\n' to the file argv[<arg index>] names, as the
+//     production plotter adds its row to the result file. "{rover}" in the
+//     text stands for the rover of the pair folder argv[1]: its last element
+//     "base--rover" or "base--rover--H" gives the text between the first
+//     "--" and the next, and a name without "--" gives itself.
+//   TARNLOG_STANDIN_COPY="<call name>:<arg index>:<suffix>"
+//     copies the file argv[<arg index>] to the same path with its suffix
+//     (from the last '.' of its last element, the dot included) replaced by
+//     <suffix>, as Converter.exe leaves its ".BIN" beside the source.
+//
+// An index past the arguments, or a file that can't be read or written,
+// does nothing.
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -86,6 +103,96 @@ std::string BaseName(const std::string& path) {
   return cut == std::string::npos ? path : path.substr(cut + 1);
 }
 
+bool WriteEverything(int fd, const std::string& bytes) {
+  const char* data = bytes.data();
+  std::size_t left = bytes.size();
+  while (left > 0) {
+    const ssize_t written = write(fd, data, left);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) return false;
+    data += written;
+    left -= static_cast<std::size_t>(written);
+  }
+  return true;
+}
+
+void AppendToFile(const std::string& path, const std::string& bytes) {
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
+  if (fd < 0) return;
+  WriteEverything(fd, bytes);
+  close(fd);
+}
+
+// A switch "<call name>:<arg index>:<text>" that names this call: the
+// argument it points at and the text; false when it is for another tool or
+// points past the arguments.
+bool SwitchOfCall(const char* variable, const std::string& callName, int argc, char** argv,
+                  std::string& argument, std::string& text) {
+  const char* value = std::getenv(variable);
+  if (value == nullptr) return false;
+  const std::string setting = value;
+  const std::size_t nameEnd = setting.find(':');
+  if (nameEnd == std::string::npos || setting.compare(0, nameEnd, callName) != 0) return false;
+  const std::size_t indexEnd = setting.find(':', nameEnd + 1);
+  if (indexEnd == std::string::npos) return false;
+  const std::string indexText = setting.substr(nameEnd + 1, indexEnd - nameEnd - 1);
+  char* end = nullptr;
+  const long index = std::strtol(indexText.c_str(), &end, 10);
+  if (indexText.empty() || *end != '\0' || index < 0 || index >= argc) return false;
+  argument = argv[index];
+  text = setting.substr(indexEnd + 1);
+  return true;
+}
+
+// The rover of a pair folder "base--rover" or "base--rover--H".
+std::string RoverOfPairFolder(std::string folder) {
+  while (folder.size() > 1 && folder.back() == '/')
+    folder.pop_back();
+  const std::string name = BaseName(folder);
+  const std::size_t first = name.find("--");
+  if (first == std::string::npos) return name;
+  const std::size_t from = first + 2;
+  const std::size_t next = name.find("--", from);
+  return name.substr(from, next == std::string::npos ? std::string::npos : next - from);
+}
+
+void AppendLine(const std::string& callName, int argc, char** argv) {
+  std::string target;
+  std::string text;
+  if (!SwitchOfCall("TARNLOG_STANDIN_APPEND", callName, argc, argv, target, text)) return;
+  const std::string rover = argc > 1 ? RoverOfPairFolder(argv[1]) : std::string();
+  for (std::size_t at = text.find("{rover}"); at != std::string::npos;
+       at = text.find("{rover}", at + rover.size())) {
+    text.replace(at, 7, rover);
+  }
+  AppendToFile(target, text + "\n");
+}
+
+void CopyWithSuffix(const std::string& callName, int argc, char** argv) {
+  std::string source;
+  std::string suffix;
+  if (!SwitchOfCall("TARNLOG_STANDIN_COPY", callName, argc, argv, source, suffix)) return;
+  const std::size_t nameStart = source.rfind('/') == std::string::npos ? 0 : source.rfind('/') + 1;
+  const std::size_t dot = source.rfind('.');
+  const std::string target =
+      (dot == std::string::npos || dot < nameStart ? source : source.substr(0, dot)) + suffix;
+  if (target == source) return;
+  const int in = open(source.c_str(), O_RDONLY | O_CLOEXEC);
+  if (in < 0) return;
+  std::string bytes;
+  char block[65536];
+  for (ssize_t got = read(in, block, sizeof block); got != 0; got = read(in, block, sizeof block)) {
+    if (got < 0 && errno == EINTR) continue;
+    if (got < 0) break;
+    bytes.append(block, static_cast<std::size_t>(got));
+  }
+  close(in);
+  const int out = open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
+  if (out < 0) return;
+  WriteEverything(out, bytes);
+  close(out);
+}
+
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -99,6 +206,8 @@ int main(int argc, char** argv) {
   if (const char* create = std::getenv("TARNLOG_STANDIN_CREATE")) {
     CreateResults(create, callName);
   }
+  AppendLine(callName, argc, argv);
+  CopyWithSuffix(callName, argc, argv);
 
   const char* logPath = std::getenv("TARNLOG_STANDIN_LOG");
   if (logPath == nullptr || *logPath == '\0') return 0;
@@ -113,17 +222,6 @@ int main(int argc, char** argv) {
   record += ".\n";
 
   // One write to an O_APPEND file: records of parallel calls never interleave.
-  const int fd = open(logPath, O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-  if (fd < 0) return 0;
-  const char* data = record.data();
-  std::size_t left = record.size();
-  while (left > 0) {
-    const ssize_t written = write(fd, data, left);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) break;
-    data += written;
-    left -= static_cast<std::size_t>(written);
-  }
-  close(fd);
+  AppendToFile(logPath, record);
   return 0;
 }

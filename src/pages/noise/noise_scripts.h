@@ -16,7 +16,8 @@ struct ProcessorScript {
   std::string drive;       // the drive of the paths; empty on Linux
   std::string pairFolder;  // the pair's folder, the system folders below it
   std::vector<SystemFolder> systemFolders;
-  std::string processorName;  // the executable copied into each system folder
+  std::string processorName;  // the executable copied into each system folder;
+                              // production runs always name "OfflineProcessor.exe"
   bool selfNoise = false;     // "-r" alone on `roverPath`
   std::string basePath;
   std::string roverPath;
@@ -81,8 +82,9 @@ inline constexpr const char* kKeptTables[] = {"half_cycle.txt", "half_cycle_glo.
 // The noise pipeline's Del<tag>.bat. With both flags off it is the text that
 // is left on disk and never run.
 std::string NoiseCleanupText(const CleanupScript& script);
-// The production test's Del<tag>.bat: the processor copies of both system
-// folders go first, and the script is always run.
+// The production test's Del<tag>.bat: it goes into the pair folder, the
+// processor copies of both system folders go first, and the script is always
+// run; "Del FIG" deletes the figures of JPG/FIG.
 std::string MfgCleanupText(const CleanupScript& script);
 
 }  // namespace tarnlog
