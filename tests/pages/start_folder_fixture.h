@@ -22,9 +22,7 @@ class StartFolderFixture : public ::testing::Test {
       : previous_(CurrentFolder()) {
     MakeFolder(folder_ / "Config");
     WriteBytes(folder_ / "Config/AllRealValue.txt", realValues);
-    // The noise page sets nothing up without its plotter beside the tools.
-    MakeFolder(folder_ / "EXE");
-    WriteBytes(folder_ / "EXE/NoisePlot.exe", "");
+    PlaceNoisePlotter(folder_.Path());
     EXPECT_EQ(chdir(folder_.Path().c_str()), 0);
     start_ = CurrentFolder();
   }

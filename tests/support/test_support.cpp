@@ -108,6 +108,11 @@ std::string InstallStandin(const std::string& folder, const std::string& name) {
   return path;
 }
 
+void PlaceNoisePlotter(const std::string& startFolder) {
+  ::mkdir((startFolder + "/EXE").c_str(), 0777);
+  WriteBytes(startFolder + "/EXE/NoisePlot.exe", "");
+}
+
 std::vector<StandinCall> ReadStandinLog(const std::string& logPath) {
   std::vector<StandinCall> calls;
   std::string bytes = FileBytes(logPath);

@@ -51,6 +51,10 @@ std::string SourceDir();
 // a file of that folder) and returns its path.
 std::string InstallStandin(const std::string& folder, const std::string& name);
 
+// The EXE/ folder of a start folder with an empty NoisePlot.exe: the noise
+// page sets nothing up (and says so) without its plotter there.
+void PlaceNoisePlotter(const std::string& startFolder);
+
 // One call of a stand-in tool, as recorded in $TARNLOG_STANDIN_LOG.
 struct StandinCall {
   std::string name;               // the name it was called under

@@ -46,9 +46,8 @@ bool KeepsListWord(int index) {
 }  // namespace
 
 std::string_view OfflineProcessorName(int noiseType, bool sbasIrnss) {
-  if (noiseType <= 0 || noiseType >= static_cast<int>(kProcessors.size())) {
-    return sbasIrnss ? "OfflineProcessor_IRNSS_SBAS.exe" : kProcessors[0];
-  }
+  if (noiseType == 0 && sbasIrnss) return "OfflineProcessor_IRNSS_SBAS.exe";
+  if (noiseType < 0 || noiseType >= static_cast<int>(kProcessors.size())) return kProcessors[0];
   return kProcessors[static_cast<std::size_t>(noiseType)];
 }
 

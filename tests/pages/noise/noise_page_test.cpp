@@ -43,7 +43,6 @@ class NoisePageTest : public testing::StartFolderFixture {
 
   GenNoise& Start() {
     GenNoise& page = *StartDialog().noisePage;
-    page.SetTag("101010");
     page.startSpacing = std::chrono::milliseconds(0);
     return page;
   }
@@ -67,8 +66,14 @@ class NoisePageTest : public testing::StartFolderFixture {
     return names;
   }
 
+  // The run's output folder: the tag is renewed by Process.
+  std::string Output() const {
+    const std::vector<FolderEntry> found = ListMatching(captures_, "Noise*");
+    return found.size() == 1 ? captures_ + "/" + found[0].name : "<none>";
+  }
+  std::string Tag() const { return Output().substr(Output().size() - 6); }
+
   const std::string captures_ = start_ + "/caps";
-  const std::string output_ = captures_ + "/Noise101010";
 };
 
 TEST_F(NoisePageTest, WithoutThePlotterNothingIsSetUp) {
@@ -178,7 +183,7 @@ TEST_F(NoisePageTest, FormingPairs) {
   // Three rows at once: a pair and an open member, and no same-file check.
   Select(page, {1, 0, 3});
   EXPECT_EQ(page.SelectionCount(), 7);
-  EXPECT_EQ(page.ddFiles.rows[2], (Names{"3", "a-b"}));
+  EXPECT_EQ(page.ddFiles.rows[2], (Names{"3", "a"}));
   EXPECT_EQ(page.ddFiles.rows[3], (Names{"4", "c"}));
 
   // 32 pairs at most.
@@ -211,7 +216,8 @@ TEST_F(NoisePageTest, Deletions) {
   EXPECT_EQ(page.BinaryRows()[1].board, 3);
 
   Select(page, {0, 1});
-  Select(page, {1, 0});
+  Select(page, {1});
+  Select(page, {0});
   page.ddFiles.selected = 0;
   page.DeleteOneDD();
   EXPECT_EQ(page.ddFiles.rows, (std::vector<Names>{{"1", "c-b"}}));
@@ -250,7 +256,7 @@ TEST_F(NoisePageTest, ProcessChecksInOrder) {
     EXPECT_EQ(host_.MessageTexts().back(), c.message) << c.gps << c.glo << c.bd2;
   }
   EXPECT_EQ(host_.MessageTexts().front(), "Please Choose Binary File Firstly!");
-  EXPECT_FALSE(PathExists(output_));
+  EXPECT_EQ(Output(), "<none>");
 
   // xyz turns the RefCoor triple into degrees before the checks.
   page.refCoordinates.latitude.text = "-2853445.926";
@@ -259,8 +265,8 @@ TEST_F(NoisePageTest, ProcessChecksInOrder) {
   page.refXyz.checked = true;
   page.initXyz.checked = true;
   page.Process();
-  EXPECT_EQ(page.refCoordinates.latitude.text.substr(0, 7), "31.0318");
-  EXPECT_EQ(page.refCoordinates.longitude.text.substr(0, 7), "121.443");
+  EXPECT_EQ(page.refCoordinates.latitude.text.substr(0, 7), "31.0250");
+  EXPECT_EQ(page.refCoordinates.longitude.text.substr(0, 7), "121.439");
   EXPECT_EQ(page.initCoordinates.latitude.text, "31.5");
 }
 
@@ -278,16 +284,16 @@ TEST_F(NoisePageTest, PairsRunTheirProcessorsTogetherAndPlotEachAsItEnds) {
   setenv("TARNLOG_STANDIN_SLEEP_MS", "600", 1);
   page.Process();
 
-  const std::string pair1 = output_ + "/base-rov1";
-  const std::string pair2 = output_ + "/base-rov2";
+  const std::string pair1 = Output() + "/base-rov1";
+  const std::string pair2 = Output() + "/base-rov2";
   EXPECT_EQ(FileBytes(pair1 + "/GPSGAL/control.txt"),
             "SetRefCoor 31.500000000 121.250000000 10.000000\r\n"
             "SetMatchedInterval 10\r\nSetEleMask 5.000000\r\nSetElECNO 20.000000\r\n"
             "SetUseGloInRTK false\r\nSetUseBD2InRTK false\r\nSETRECEIVERTYPE KESTRIX\r\n");
   EXPECT_NE(FileBytes(pair2 + "/BD2GLO/OfflineProcessor.exe"), "<missing>");
   EXPECT_NE(FileBytes(pair1 + "/NoisePlot.exe"), "<missing>");
-  EXPECT_NE(FileBytes(pair1 + "/Del101010.bat"), "<missing>");
-  EXPECT_NE(FileBytes(pair1 + "/Noise101010.bat"), "<missing>");
+  EXPECT_NE(FileBytes(pair1 + "/Del" + Tag() + ".bat"), "<missing>");
+  EXPECT_NE(FileBytes(pair1 + "/Noise" + Tag() + ".bat"), "<missing>");
 
   const std::vector<testing::StandinCall> calls = Calls();
   ASSERT_EQ(CallNames(calls),
@@ -328,14 +334,14 @@ TEST_F(NoisePageTest, SelfNoiseWithOnlyTxt) {
   page.Process();
 
   for (const char* name : {"a", "b", "c"}) {
-    const std::string pair = output_ + "/" + name;
-    EXPECT_EQ(FileBytes(pair + "/Noise101010.bat"),
+    const std::string pair = Output() + "/" + name;
+    EXPECT_EQ(FileBytes(pair + "/Noise" + Tag() + ".bat"),
               "\r\r\ncd \"" + pair + "/GPSBD2\"\r\r\nOfflineProcessor.exe -c control.txt -r \"" +
                   captures_ + "/" + name +
                   ".bin\"\r\r\nmove ADR*.txt ..\r\r\nmove PSR*.txt ..\r\r\nmove pvt.txt "
                   "..\r\r\nexit\r\r\n");
-    EXPECT_NE(FileBytes(pair + "/NoisePlot101010.bat"), "<missing>");
-    EXPECT_EQ(FileBytes(pair + "/Del101010.bat"), "<missing>");
+    EXPECT_NE(FileBytes(pair + "/NoisePlot" + Tag() + ".bat"), "<missing>");
+    EXPECT_EQ(FileBytes(pair + "/Del" + Tag() + ".bat"), "<missing>");
     EXPECT_NE(FileBytes(pair + "/GPSBD2/control.txt").find("SETRANGEH\r\n"), std::string::npos);
   }
   EXPECT_EQ(CallNames(Calls()), Names(3, "OfflineProcessor.exe"));
@@ -347,21 +353,22 @@ TEST_F(NoisePageTest, TimeFromTheRover) {
   GenNoise& page = Start();
   page.boardType.Choose(6);
   page.AddBinaryFile(Capture("a.bin"));
-  WriteBytes(captures_ + "/b.bin", "");
+  testing::WriteBytes(captures_ + "/b.bin", "");
   page.AddBinaryFile(captures_ + "/b.bin");
-  Select(page, {1, 0});
+  Select(page, {1});
+  Select(page, {0});
   page.timeFromRover.checked = true;
   page.scene.Select(1);
   page.delTxt.checked = true;
   page.Process();
-  EXPECT_EQ(FileBytes(output_ + "/b-a/GPSGLO/control.txt"),
+  EXPECT_EQ(FileBytes(Output() + "/b-a/GPSGLO/control.txt"),
             "SetMatchedInterval 10\r\nSetEleMask 5.000000\r\nSetElECNO 20.000000\r\n"
             "SetStartTime 1687 420261.000000\r\nSetEndTime 1687 423861.000000\r\n"
             "SetUseBD2InRTK false\r\nSetUseGalInRTK false\r\nSETRECEIVERTYPE KESTRIX\r\n");
   EXPECT_EQ(page.startWeek.text, "1687");
   // "Del TXT" removed the processor script and ran the clean-up.
-  EXPECT_EQ(FileBytes(output_ + "/b-a/Noise101010.bat"), "<missing>");
-  EXPECT_EQ(FileBytes(output_ + "/b-a/Del101010.bat"), "<missing>");
+  EXPECT_EQ(FileBytes(Output() + "/b-a/Noise101010.bat"), "<missing>");
+  EXPECT_EQ(FileBytes(Output() + "/b-a/Del101010.bat"), "<missing>");
 }
 
 // The production run over a folder: the ring of three captures, one after
@@ -378,15 +385,15 @@ TEST_F(NoisePageTest, ProductionRingOfThree) {
   for (const auto& call : calls) {
     if (call.name == "NoisePlot.exe") folders.push_back(call.args[1]);
   }
-  EXPECT_EQ(folders, (Names{output_ + "/a--b", output_ + "/b--c", output_ + "/c--a"}));
+  EXPECT_EQ(folders, (Names{Output() + "/a--b", Output() + "/b--c", Output() + "/c--a"}));
   const auto plot = std::find_if(calls.begin(), calls.end(),
                                  [](const auto& c) { return c.name == "NoisePlot.exe"; });
   ASSERT_NE(plot, calls.end());
-  EXPECT_EQ(plot->args, (Names{"NoisePlot.exe", output_ + "/a--b", "KB560", "5.00", "0", "-10.00",
+  EXPECT_EQ(plot->args, (Names{"NoisePlot.exe", Output() + "/a--b", "KB560", "5.00", "0", "-10.00",
                                "20.00", "0.02246", "0.02246", "10", "20", "2", "0.5", "1", "0", "0",
                                captures_ + "/MFGResult_caps.txt", "Tarnlog d240320_o20055"}));
   // Production control files start at the capture's first epoch.
-  EXPECT_NE(FileBytes(output_ + "/a--b/GPSGAL/control.txt")
+  EXPECT_NE(FileBytes(Output() + "/a--b/GPSGAL/control.txt")
                 .find("SetStartTime 1687 420261.000000\r\nSetEndTime 1687 423861.000000\r\n"),
             std::string::npos);
   EXPECT_FALSE(page.MfgFlag());
@@ -413,7 +420,7 @@ TEST_F(NoisePageTest, ProductionCountsAndPairsOfTwo) {
   Names folders;
   for (const auto& call : Calls())
     if (call.name == "NoisePlot.exe") folders.push_back(call.args[1]);
-  EXPECT_EQ(folders, (Names{output_ + "/a--b", output_ + "/a--b--H"}));
+  EXPECT_EQ(folders, (Names{Output() + "/a--b", Output() + "/a--b--H"}));
   EXPECT_EQ(FileBytes(captures_ + "/MFGResult_caps.txt"),
             "1,b,Yes,\n1,b,Yes,\n***********b,Yes,**************\r\n");
 }
@@ -421,7 +428,7 @@ TEST_F(NoisePageTest, ProductionCountsAndPairsOfTwo) {
 TEST_F(NoisePageTest, ProductionTakesAHundredCapturesAndRefusesMore) {
   GenNoise& page = Start();
   for (int i = 0; i < 101; ++i)
-    WriteBytes(captures_ + "/c" + std::to_string(1000 + i) + ".bin", "");
+    testing::WriteBytes(captures_ + "/c" + std::to_string(1000 + i) + ".bin", "");
   page.mfgFolder.text = captures_;
   page.MFGProcess();
   EXPECT_EQ(host_.MessageTexts(), Names{"Make sure no more than 100 binary files in the path!"});
@@ -446,8 +453,8 @@ TEST_F(NoisePageTest, ProductionGoldenPairingForADualBoard) {
   Names folders;
   for (const auto& call : Calls())
     if (call.name == "NoisePlot.exe") folders.push_back(call.args[1]);
-  EXPECT_EQ(folders, (Names{output_ + "/gold--a", output_ + "/gold--a--H", output_ + "/gold--b",
-                            output_ + "/gold--b--H"}));
+  EXPECT_EQ(folders, (Names{Output() + "/gold--a", Output() + "/gold--a--H", Output() + "/gold--b",
+                            Output() + "/gold--b--H"}));
   EXPECT_FALSE(page.onlyRh.checked);
 }
 
