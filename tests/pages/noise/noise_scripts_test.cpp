@@ -150,29 +150,40 @@ class CleanupText : public ::testing::Test {
     return script;
   }
   std::string Enter(const std::string& folder) const { return "\ncd " + folder + "\n"; }
+  // The "Del TXT" part with the tables it moves aside and back.
+  std::string DelTxt(const std::vector<std::string>& kept) const {
+    std::string aside;
+    std::string back;
+    for (const std::string& name : kept) {
+      const std::string there = pair_ + "/" + name;
+      const std::string inJpg = pair_ + "/JPG/" + name;
+      aside += "copy " + there + " " + inJpg + "\n";
+      back += "copy " + inJpg + " " + there + "\ndel " + inJpg + "\n";
+    }
+    return Enter(pair_) + aside + "del *.txt\ndel OfflineProcessor.exe\n" + back;
+  }
 
   TempFolder dir_;
   std::string pair_ = dir_.Path();
+  std::string leftBehind_ = Enter(pair_) +
+                            "cd GPSGAL\ndel OfflineProcessor.exe\ncd..\n"
+                            "cd BD2GLO\ndel OfflineProcessor.exe\ncd..\n"
+                            "\ncd JPG\ndel *.fig\nexit\n";
 };
 
 TEST_F(CleanupText, PipelineForms) {
-  const std::string leftBehind = Enter(pair_) +
-                                 "cd GPSGAL\ndel OfflineProcessor.exe\ncd..\n"
-                                 "cd BD2GLO\ndel OfflineProcessor.exe\ncd..\n"
-                                 "\ncd JPG\ndel *.fig\nexit\n";
-  const std::string delTxtNone = Enter(pair_) + "del *.txt\ndel OfflineProcessor.exe\n";
+  const std::string delTxt = DelTxt({});
   const std::string delFig = "del NoisePlot.exe\n" + Enter(pair_ + "/JPG") + "del *.fig\n";
-
-  EXPECT_EQ(NoiseCleanupText(Script(false, false)), leftBehind);
-  EXPECT_EQ(NoiseCleanupText(Script(true, false)), delTxtNone + "exit\n");
+  EXPECT_EQ(NoiseCleanupText(Script(false, false)), leftBehind_);
+  EXPECT_EQ(NoiseCleanupText(Script(true, false)), delTxt + "exit\n");
   EXPECT_EQ(NoiseCleanupText(Script(false, true)), delFig + "exit\n");
-  EXPECT_EQ(NoiseCleanupText(Script(true, true)), delTxtNone + delFig + "exit\n");
+  EXPECT_EQ(NoiseCleanupText(Script(true, true)), delTxt + delFig + "exit\n");
 
   CleanupScript sbas = Script(false, false);
   sbas.sbasIrnss = true;
   sbas.lastExtension = ".Bin";
   const std::string sbasPart = Enter(pair_) + "del *.Bin\n";
-  EXPECT_EQ(NoiseCleanupText(sbas), sbasPart + leftBehind);
+  EXPECT_EQ(NoiseCleanupText(sbas), sbasPart + leftBehind_);
   sbas.delFig = true;
   EXPECT_EQ(NoiseCleanupText(sbas), sbasPart + delFig + "exit\n");
 }
@@ -181,43 +192,21 @@ TEST_F(CleanupText, KeptTablesAreThoseThereWhenTheTextIsMade) {
   WriteBytes(pair_ + "/half_cycle.txt", "x");
   WriteBytes(pair_ + "/half_cycle_glo.txt", "x");
   ASSERT_TRUE(MakeFolder(pair_ + "/big_psr_res.txt"));  // anything of the name counts
-  const std::string all = NoiseCleanupText(Script(true, false));
+  EXPECT_EQ(NoiseCleanupText(Script(true, false)),
+            DelTxt({"half_cycle.txt", "half_cycle_glo.txt", "big_psr_res.txt"}) + "exit\n");
   RemoveFile(pair_ + "/half_cycle.txt");
   ::rmdir((pair_ + "/big_psr_res.txt").c_str());
-  const std::string p = pair_;
-  EXPECT_EQ(all, Enter(p) + "copy " + p + "/half_cycle.txt " + p + "/JPG/half_cycle.txt\n" +
-                     "copy " + p + "/half_cycle_glo.txt " + p + "/JPG/half_cycle_glo.txt\n" +
-                     "copy " + p + "/big_psr_res.txt " + p + "/JPG/big_psr_res.txt\n" +
-                     "del *.txt\ndel OfflineProcessor.exe\n" + "copy " + p +
-                     "/JPG/half_cycle.txt " + p + "/half_cycle.txt\n" + "del " + p +
-                     "/JPG/half_cycle.txt\n" + "copy " + p + "/JPG/half_cycle_glo.txt " + p +
-                     "/half_cycle_glo.txt\n" + "del " + p + "/JPG/half_cycle_glo.txt\n" + "copy " +
-                     p + "/JPG/big_psr_res.txt " + p + "/big_psr_res.txt\n" + "del " + p +
-                     "/JPG/big_psr_res.txt\n" + "exit\n");
-  // Only half_cycle_glo.txt is left: no line names the others.
-  const std::string one = NoiseCleanupText(Script(true, false));
-  EXPECT_EQ(one, Enter(p) + "copy " + p + "/half_cycle_glo.txt " + p + "/JPG/half_cycle_glo.txt\n" +
-                     "del *.txt\ndel OfflineProcessor.exe\n" + "copy " + p +
-                     "/JPG/half_cycle_glo.txt " + p + "/half_cycle_glo.txt\n" + "del " + p +
-                     "/JPG/half_cycle_glo.txt\nexit\n");
+  EXPECT_EQ(NoiseCleanupText(Script(true, false)), DelTxt({"half_cycle_glo.txt"}) + "exit\n");
 }
 
 TEST_F(CleanupText, ProductionForms) {
   const std::string start = Enter(pair_) +
                             "cd BD2GLO\ndel OfflineProcessor.exe \\s \\q\ncd ..\n"
                             "cd GPSGAL\ndel OfflineProcessor.exe \\s \\q\ncd ..\n";
-  const std::string bothOff = Enter(pair_) +
-                              "cd GPSGAL\ndel OfflineProcessor.exe\ncd..\n"
-                              "cd BD2GLO\ndel OfflineProcessor.exe\ncd..\n"
-                              "\ncd JPG\ndel *.fig\nexit\n";
   const std::string delFig = "del NoisePlot.exe\n" + Enter(pair_) + "cd JPG\\FIG\ndel *.fig\n";
   WriteBytes(pair_ + "/big_psr_res.txt", "x");
-  const std::string delTxt = Enter(pair_) + "copy " + pair_ + "/big_psr_res.txt " + pair_ +
-                             "/JPG/big_psr_res.txt\n" + "del *.txt\ndel OfflineProcessor.exe\n" +
-                             "copy " + pair_ + "/JPG/big_psr_res.txt " + pair_ +
-                             "/big_psr_res.txt\n" + "del " + pair_ + "/JPG/big_psr_res.txt\n";
-
-  EXPECT_EQ(MfgCleanupText(Script(false, false)), start + bothOff);
+  const std::string delTxt = DelTxt({"big_psr_res.txt"});
+  EXPECT_EQ(MfgCleanupText(Script(false, false)), start + leftBehind_);
   EXPECT_EQ(MfgCleanupText(Script(true, false)), start + delTxt + "exit\n");
   EXPECT_EQ(MfgCleanupText(Script(false, true)), start + delFig + "exit\n");
   EXPECT_EQ(MfgCleanupText(Script(true, true)), start + delTxt + delFig + "exit\n");
