@@ -11,7 +11,6 @@
 // TARNLOG_BENCH_CAPTURE naming a capture of the same mix.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <sys/mman.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -20,6 +19,7 @@
 #include <filesystem>
 #include <string>
 
+#include "extract/capture_views.h"
 #include "pages/noise/capture_scan.h"
 #include "synthcap/synth.h"
 
@@ -92,34 +92,6 @@ void Report(benchmark::State& state, std::uint64_t bytesPerIteration) {
                          benchmark::Counter::kIsRate);
 }
 
-// The whole capture mapped at once, read ahead.
-class WholeMapping {
- public:
-  explicit WholeMapping(const std::string& path) : size_(FileSize(path)) {
-    const int fd = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-    if (fd < 0 || size_ == 0) {
-      if (fd >= 0) ::close(fd);
-      return;
-    }
-    void* mapped = ::mmap(nullptr, size_, PROT_READ, MAP_PRIVATE, fd, 0);
-    ::close(fd);
-    if (mapped == MAP_FAILED) return;
-    ::madvise(mapped, size_, MADV_SEQUENTIAL);
-    data_ = static_cast<const char*>(mapped);
-  }
-  ~WholeMapping() {
-    if (data_) ::munmap(const_cast<char*>(data_), size_);
-  }
-  WholeMapping(const WholeMapping&) = delete;
-  WholeMapping& operator=(const WholeMapping&) = delete;
-  const char* Data() const { return data_; }
-  std::size_t Size() const { return size_; }
-
- private:
-  std::size_t size_;
-  const char* data_ = nullptr;
-};
-
 void BM_FindEpochRangeWithinOneWindow(benchmark::State& state) {
   for (auto _ : state) {
     const EpochRange range = FindEpochRange(Files().window);
@@ -141,8 +113,12 @@ void BM_FindEpochRangeLargeCapture(benchmark::State& state) {
 // Every frame of the capture, and with `times` each frame's id and time as
 // the last epoch's pass takes them.
 void FramingPass(benchmark::State& state, bool times) {
-  const WholeMapping capture(Files().live);
-  if (capture.Data() == nullptr) {
+  const std::uint64_t size = FileSize(Files().live);
+  const int fd = ::open(Files().live.c_str(), O_RDONLY | O_CLOEXEC);
+  MappedViews views(fd);
+  const char* data = fd >= 0 ? views(0, size) : nullptr;
+  if (fd >= 0) ::close(fd);
+  if (data == nullptr) {
     state.SkipWithError("cannot map the capture");
     return;
   }
@@ -153,8 +129,7 @@ void FramingPass(benchmark::State& state, bool times) {
     std::size_t position = 0;
     CaptureFrame frame;
     FrameStep step;
-    while ((step = FrameNextMessage(capture.Data(), capture.Size(), &position, &frame, true)) !=
-           FrameStep::kNeedMore) {
+    while ((step = FrameNextMessage(data, size, &position, &frame, true)) != FrameStep::kNeedMore) {
       if (step != FrameStep::kFrame) continue;
       ++frames;
       if (!times) continue;
@@ -164,7 +139,7 @@ void FramingPass(benchmark::State& state, bool times) {
     }
     benchmark::DoNotOptimize(lastSecond);
   }
-  Report(state, capture.Size());
+  Report(state, size);
   state.counters["frames"] = static_cast<double>(frames);
 }
 

@@ -106,35 +106,24 @@ void PutImuCounts(std::string& out, const ImuCounts& counts) {
   }
 }
 
-// RAWIMUB: week, seconds, status and the six counts; `silent` writes the
-// body all zero, as an IMU that delivers nothing.
-void WriteRawImuFrame(WriterContext& c, bool silent) {
+// RAWIMUB (week, seconds, status and the six counts) or RAWIMUXB (IMU
+// information and type bytes, the week as a 16-bit word, then the same);
+// `silent` writes a body of zeros, as an IMU that delivers nothing.
+void WriteImuFrame(WriterContext& c, std::uint16_t id, bool silent) {
+  constexpr std::size_t kBodyBytes = 40;
   const ReceiverEpoch& e = c.epoch;
   const ImuCounts counts = ImuCountsOf(e, c.rng);
-  const std::size_t start = BeginBinaryFrame(c.out, kRawImuId, e);
+  const std::size_t start = BeginBinaryFrame(c.out, id, e);
   if (silent) {
-    c.out.append(40, '\0');
+    c.out.append(kBodyBytes, '\0');
   } else {
-    PutU32(c.out, static_cast<std::uint32_t>(e.week));
-    PutF64(c.out, e.Seconds());
-    PutU32(c.out, kImuStatus);
-    PutImuCounts(c.out, counts);
-  }
-  EndBinaryFrame(c.out, start);
-}
-
-// RAWIMUXB: IMU information and type bytes, the week as a 16-bit word,
-// seconds, status and the six counts.
-void WriteRawImuExtendedFrame(WriterContext& c, bool silent) {
-  const ReceiverEpoch& e = c.epoch;
-  const ImuCounts counts = ImuCountsOf(e, c.rng);
-  const std::size_t start = BeginBinaryFrame(c.out, kRawImuExtendedId, e);
-  if (silent) {
-    c.out.append(40, '\0');
-  } else {
-    PutU8(c.out, 0);
-    PutU8(c.out, 13);
-    PutU16(c.out, static_cast<std::uint16_t>(e.week));
+    if (id == kRawImuExtendedId) {
+      PutU8(c.out, 0);
+      PutU8(c.out, 13);
+      PutU16(c.out, static_cast<std::uint16_t>(e.week));
+    } else {
+      PutU32(c.out, static_cast<std::uint32_t>(e.week));
+    }
     PutF64(c.out, e.Seconds());
     PutU32(c.out, kImuStatus);
     PutImuCounts(c.out, counts);
@@ -310,16 +299,16 @@ void WriteEvent(WriterContext& c) {
 }
 
 void WriteRawImuBinary(WriterContext& c) {
-  WriteRawImuFrame(c, false);
+  WriteImuFrame(c, kRawImuId, false);
 }
 void WriteSilentRawImuBinary(WriterContext& c) {
-  WriteRawImuFrame(c, true);
+  WriteImuFrame(c, kRawImuId, true);
 }
 void WriteRawImuExtendedBinary(WriterContext& c) {
-  WriteRawImuExtendedFrame(c, false);
+  WriteImuFrame(c, kRawImuExtendedId, false);
 }
 void WriteSilentRawImuExtendedBinary(WriterContext& c) {
-  WriteRawImuExtendedFrame(c, true);
+  WriteImuFrame(c, kRawImuExtendedId, true);
 }
 
 }  // namespace tarnlog::synth
