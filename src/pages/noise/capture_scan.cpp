@@ -252,18 +252,6 @@ std::size_t ReadAt(int fd, char* into, std::size_t size, std::uint64_t offset) {
   return got;
 }
 
-// Reads on from the descriptor's position until `size` bytes or the end.
-std::size_t ReadBlock(int fd, char* into, std::size_t size) {
-  std::size_t got = 0;
-  while (got < size) {
-    const ssize_t n = ::read(fd, into + got, size - got);
-    if (n < 0 && errno == EINTR) continue;
-    if (n <= 0) break;
-    got += static_cast<std::size_t>(n);
-  }
-  return got;
-}
-
 class Descriptor {
  public:
   explicit Descriptor(int fd) : fd_(fd) {}
@@ -383,6 +371,15 @@ std::optional<FrameEpoch> EpochOfFrame(const CaptureFrame& frame) {
   return FrameEpoch{MessageIdFromPrefix(text), *time};
 }
 
+std::optional<GpsWeekSecond> FindFirstEpoch(const std::string& path) {
+  struct stat info {};
+  const Descriptor file(OpenRegularFileForReading(path, &info));
+  if (file.Get() < 0) return std::nullopt;
+  std::vector<char> window(static_cast<std::size_t>(
+      std::min<std::uint64_t>(static_cast<std::uint64_t>(info.st_size), kEpochWindowBytes)));
+  return FirstEpoch(window.data(), ReadAt(file.Get(), window.data(), window.size(), 0));
+}
+
 EpochRange FindEpochRange(const std::string& path) {
   EpochRange range;
   struct stat info {};
@@ -404,16 +401,15 @@ EpochRange FindEpochRange(const std::string& path) {
 }
 
 std::string_view CheckImuData(const std::string& path) {
-  const Descriptor file(OpenRegularFileForReading(path));
-  if (file.Get() < 0) return "0";
-  ::posix_fadvise(file.Get(), 0, 0, POSIX_FADV_SEQUENTIAL);
+  InFile file;
+  if (!file.Open(path, FileMode::kBinary)) return "0";
   std::vector<char> buffer(kImuBufferBytes);
   std::size_t held = 0;
   bool seen = false;
   bool atEnd = false;
   while (!atEnd) {
     const std::size_t room = std::min(kImuBlockBytes, buffer.size() - held);
-    const std::size_t got = ReadBlock(file.Get(), buffer.data() + held, room);
+    const std::size_t got = file.Read(buffer.data() + held, room);
     held += got;
     atEnd = got < room;
     std::size_t position = 0;

@@ -64,6 +64,9 @@ struct EpochRange {
   std::optional<GpsWeekSecond> last;
 };
 EpochRange FindEpochRange(const std::string& path);
+// The first epoch alone, from the first window only: what a control file
+// takes its start from.
+std::optional<GpsWeekSecond> FindFirstEpoch(const std::string& path);
 inline constexpr std::size_t kEpochWindowBytes = 0xFA000;
 
 // "0": no IMU frame (binary, ids 1461 and 268) seen, or no capture; "1":

@@ -51,6 +51,12 @@ std::vector<std::string> ListCaptures(const std::string& folder, std::string_vie
   return captures;
 }
 
+// The folder as the run names it: one trailing separator is dropped.
+std::string WithoutTrailingSeparator(std::string folder) {
+  if (folder.size() > 1 && folder.back() == kPathSeparator) folder.pop_back();
+  return folder;
+}
+
 std::string NameWithExtension(const std::string& path) {
   return FileSlotPathsOf(path).nameWithExtension;
 }
@@ -69,21 +75,18 @@ std::optional<unsigned long long> CaptureSize(const std::string& path) {
 
 void GenNoise::MFGProcess() {
   mfgFlag_ = true;
-  std::string folder = mfgFolder.text;
+  const std::string& folder = mfgFolder.text;
   if (folder.empty()) {
     FailCheck(kMfgChooseFolderFirst);
     return;
   }
-  if (folder.size() > 1 && folder.back() == kPathSeparator) folder.pop_back();
-  mfgFolder.text = folder;
-  RunMfgCaptures(ListCaptures(folder, "*", kCaptureSuffixes), goldenFile.text);
+  mfgFolder.text = WithoutTrailingSeparator(folder);
+  RunMfgCaptures(ListCaptures(mfgFolder.text, "*", kCaptureSuffixes), goldenFile.text);
 }
 
 void GenNoise::MFGProcessFromCommandLine(const std::string& folder, const std::string& golden) {
   mfgFlag_ = true;
-  mfgFolder.text = folder;
-  if (mfgFolder.text.size() > 1 && mfgFolder.text.back() == kPathSeparator)
-    mfgFolder.text.pop_back();
+  mfgFolder.text = WithoutTrailingSeparator(folder);
   const std::vector<std::string> captures =
       ListCaptures(mfgFolder.text, kCommandLinePattern, kPreparedSuffixes);
   if (captures.empty()) {
@@ -200,12 +203,12 @@ void GenNoise::RunMFGPair(const std::string& folder, const std::string& base,
     CopyFileNoOverwrite(ExePath(tool), JoinPath(pairFolder, tool));
   CopyFileNoOverwrite(ConfigPath("config.txt"), JoinPath(pairFolder, "config.txt"));
 
-  currentCapture_ = rover;
+  const GpsWeekSecond firstEpoch = FindFirstEpoch(rover).value_or(GpsWeekSecond{});
   for (const SystemFolder& system : systems) {
     const std::string systemFolder = JoinPath(pairFolder, system.name);
     CopyFileNoOverwrite(ExePath(MfgOfflineProcessorName(noiseType.selected)),
                         JoinPath(systemFolder, "OfflineProcessor.exe"));
-    WriteControlFile(JoinPath(systemFolder, "control.txt"), system.systemMode);
+    WriteControlFile(JoinPath(systemFolder, "control.txt"), system.systemMode, firstEpoch);
   }
 
   ProcessorScript processorScript;

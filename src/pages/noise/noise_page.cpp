@@ -39,6 +39,12 @@ std::string SecondText(double second) {
 
 }  // namespace
 
+std::string FormatThreshold(const TextField& field) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.2lf", FieldDouble(field));
+  return text;
+}
+
 GenNoise::GenNoise(PageParent& parent, PageHost& host)
     : Page(parent, host, "GenNoise"),
       boardType(*this, "BoardType", BoardTexts(), 0),
@@ -387,18 +393,16 @@ std::string GenNoise::PairCapture(int pair, int member) const {
   return binaries_[selections_[selection] % kNoiseBinaryRows].path;
 }
 
-void GenNoise::WriteControlFile(const std::string& path, char systemMode) {
+void GenNoise::WriteControlFile(const std::string& path, char systemMode,
+                                GpsWeekSecond firstEpoch) {
   SpanFields span = ReadSpanFields();
   SpanLines lines;
   if (mfgFlag_) {
-    const GpsWeekSecond first = FindEpochRange(currentCapture_).first.value_or(GpsWeekSecond{});
-    lines = ResolveSpan(SpanCase::kProduction, span, first, startOffset);
+    lines = ResolveSpan(SpanCase::kProduction, span, firstEpoch, startOffset);
   } else if (!timeFromRover.checked) {
     lines = ResolveSpan(SpanCase::kTyped, span, {}, 0);
   } else {
-    const GpsWeekSecond first =
-        FindEpochRange(PairCapture(currentPair_, 1)).first.value_or(GpsWeekSecond{});
-    lines = ResolveSpan(SpanCase::kFromRover, span, first, 0);
+    lines = ResolveSpan(SpanCase::kFromRover, span, firstEpoch, 0);
   }
   ShowSpanFields(span);
   tarnlog::WriteControlFile(path, ControlSettings(), systemMode, lines);
@@ -436,12 +440,6 @@ bool GenNoise::CheckProcess() {
     return false;
   }
   return true;
-}
-
-std::string GenNoise::FormatThreshold(const TextField& field) const {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.2lf", FieldDouble(field));
-  return text;
 }
 
 }  // namespace tarnlog

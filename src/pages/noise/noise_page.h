@@ -55,6 +55,9 @@ struct NoisePair {
   std::string folder;  // below the output folder
 };
 
+// A threshold field as the plotter is handed it, "%.2lf".
+std::string FormatThreshold(const TextField& field);
+
 class GenNoise : public Page {
  public:
   GenNoise(PageParent& parent, PageHost& host);
@@ -92,8 +95,10 @@ class GenNoise : public Page {
   void TrimResultTables();
 
   // control.txt at `path` with the page's fields; the span fields take the
-  // values it computes.
-  void WriteControlFile(const std::string& path, char systemMode);
+  // values it computes. A production run and the "Time" case start from
+  // `firstEpoch`, the first epoch of the pair's rover (week 0, second 0
+  // when it has none).
+  void WriteControlFile(const std::string& path, char systemMode, GpsWeekSecond firstEpoch = {});
 
   ChoiceField boardType;
   ChoiceField scene;
@@ -183,7 +188,6 @@ class GenNoise : public Page {
   std::string PairCapture(int pair, int member) const;
   void CleanUpPair(const std::string& pairFolder);
   void RunMfgCaptures(const std::vector<std::string>& captures, const std::string& golden);
-  std::string FormatThreshold(const TextField& field) const;
 
   std::array<NoiseBinaryRow, kNoiseBinaryRows> binaries_{};
   int binaryCount_ = 0;  // an 8-bit count in the system
@@ -191,8 +195,6 @@ class GenNoise : public Page {
   std::array<std::uint8_t, 2 * kNoisePairs> selections_{};
   int selectionCount_ = 0;
   std::array<NoisePair, kNoisePairs> pairs_{};
-  int currentPair_ = 0;
-  std::string currentCapture_;  // the capture a production control file takes its epoch from
   std::string tag_;
   bool ready_ = false;  // the plotter was found at the start
   bool mfgFlag_ = false;

@@ -3,6 +3,7 @@
 // processor ends, then the clean-up of each pair in turn.
 #include <thread>
 
+#include "pages/noise/capture_scan.h"
 #include "pages/noise/noise_page.h"
 #include "pages/noise/noise_scripts.h"
 #include "platform/files.h"
@@ -58,11 +59,15 @@ void GenNoise::Process() {
       if (!MakeFolder(folder)) Message("Create Folder" + folder + "is Failed!");
     }
     CopyFileNoOverwrite(ExePath(plotter), JoinPath(pair.folder, plotter));
-    currentPair_ = i;
+    // Only the "Time" case starts from the rover: its first epoch is read
+    // once for the pair.
+    const GpsWeekSecond firstEpoch =
+        timeFromRover.checked ? FindFirstEpoch(PairCapture(i, 1)).value_or(GpsWeekSecond{})
+                              : GpsWeekSecond{};
     for (const SystemFolder& system : systems) {
       const std::string folder = JoinPath(pair.folder, system.name);
       CopyFileNoOverwrite(ExePath(processor), JoinPath(folder, processor));
-      WriteControlFile(JoinPath(folder, "control.txt"), system.systemMode);
+      WriteControlFile(JoinPath(folder, "control.txt"), system.systemMode, firstEpoch);
     }
   }
   if (!selfNoise) {

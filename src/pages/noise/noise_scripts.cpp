@@ -30,13 +30,6 @@ std::string Quoted(std::string_view text) {
   return quoted;
 }
 
-std::string SystemFolderPath(const std::string& pairFolder, std::string_view name) {
-  std::string path = pairFolder;
-  path += kPathSeparator;
-  path += name;
-  return path;
-}
-
 // The line that opens a clean-up step: the drive, then a cd without quotes.
 std::string EnterFolder(const CleanupScript& script, const std::string& folder) {
   return script.drive + "\ncd " + folder + "\n";
@@ -67,18 +60,19 @@ std::string BothFlagsOffCleanup(const CleanupScript& script) {
 // every table of the pair folder goes, and the kept ones come back.
 std::string DelTxtCleanup(const CleanupScript& script) {
   const std::string& pair = script.pairFolder;
+  const std::string jpg = JoinPath(pair, "JPG");
   std::vector<std::string> kept;
   for (const char* name : kKeptTables) {
-    if (PathExists(SystemFolderPath(pair, name))) kept.emplace_back(name);
+    if (PathExists(JoinPath(pair, name))) kept.emplace_back(name);
   }
   std::string text = EnterFolder(script, pair);
   for (const std::string& name : kept)
-    text += "copy " + pair + "/" + name + " " + pair + "/JPG/" + name + "\n";
+    text += "copy " + JoinPath(pair, name) + " " + JoinPath(jpg, name) + "\n";
   text += "del *.txt\n";
   text += "del OfflineProcessor.exe\n";
   for (const std::string& name : kept) {
-    text += "copy " + pair + "/JPG/" + name + " " + pair + "/" + name + "\n";
-    text += "del " + pair + "/JPG/" + name + "\n";
+    text += "copy " + JoinPath(jpg, name) + " " + JoinPath(pair, name) + "\n";
+    text += "del " + JoinPath(jpg, name) + "\n";
   }
   return text;
 }
@@ -89,7 +83,7 @@ std::string ProcessorScriptText(const ProcessorScript& script) {
   const std::string name = script.production ? kMfgProcessorName : script.processorName;
   std::string text = script.drive;
   for (const SystemFolder& folder : script.systemFolders) {
-    text += "\r\ncd " + Quoted(SystemFolderPath(script.pairFolder, folder.name)) + "\r\n";
+    text += "\r\ncd " + Quoted(JoinPath(script.pairFolder, folder.name)) + "\r\n";
     if (script.selfNoise) {
       text += name + " -c control.txt -r " + Quoted(script.roverPath) + "\r\n";
     } else {
@@ -171,7 +165,7 @@ std::string NoiseCleanupText(const CleanupScript& script) {
   if (script.delTxt) text += DelTxtCleanup(script);
   if (script.delFig) {
     text += "del NoisePlot.exe\n";
-    text += EnterFolder(script, script.pairFolder + "/JPG");
+    text += EnterFolder(script, JoinPath(script.pairFolder, "JPG"));
     text += "del *.fig\n";
   }
   text += "exit\n";
