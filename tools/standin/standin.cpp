@@ -65,6 +65,24 @@ std::string WorkingFolder() {
   return getcwd(buffer, sizeof buffer) != nullptr ? std::string(buffer) : std::string();
 }
 
+// Writes `bytes` to `path`, opened with `how` (O_TRUNC or O_APPEND). A file
+// that can't be opened or written keeps what it got: the record still shows
+// the call.
+void WriteToFile(const std::string& path, const std::string& bytes, int how) {
+  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_CLOEXEC | how, 0666);
+  if (fd < 0) return;
+  const char* data = bytes.data();
+  std::size_t left = bytes.size();
+  while (left > 0) {
+    const ssize_t written = write(fd, data, left);
+    if (written < 0 && errno == EINTR) continue;
+    if (written <= 0) break;
+    data += written;
+    left -= static_cast<std::size_t>(written);
+  }
+  close(fd);
+}
+
 // Makes every folder on the way to `path` (the last element too when it is
 // a folder).
 void MakeParents(const std::string& path, bool includingLast) {
@@ -88,39 +106,13 @@ void CreateResults(const std::string& list, const std::string& callName) {
       continue;
     }
     MakeParents(name, false);
-    const int fd = open(name.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-    if (fd < 0) continue;
-    const std::string text = "made by " + callName + "\n";
-    if (write(fd, text.data(), text.size()) < 0) {
-      // nothing to do: the record still shows the call
-    }
-    close(fd);
+    WriteToFile(name, "made by " + callName + "\n", O_TRUNC);
   }
 }
 
 std::string BaseName(const std::string& path) {
   const std::size_t cut = path.rfind('/');
   return cut == std::string::npos ? path : path.substr(cut + 1);
-}
-
-bool WriteEverything(int fd, const std::string& bytes) {
-  const char* data = bytes.data();
-  std::size_t left = bytes.size();
-  while (left > 0) {
-    const ssize_t written = write(fd, data, left);
-    if (written < 0 && errno == EINTR) continue;
-    if (written <= 0) return false;
-    data += written;
-    left -= static_cast<std::size_t>(written);
-  }
-  return true;
-}
-
-void AppendToFile(const std::string& path, const std::string& bytes) {
-  const int fd = open(path.c_str(), O_WRONLY | O_CREAT | O_APPEND | O_CLOEXEC, 0666);
-  if (fd < 0) return;
-  WriteEverything(fd, bytes);
-  close(fd);
 }
 
 // A switch "<call name>:<arg index>:<text>" that names this call: the
@@ -165,14 +157,14 @@ void AppendLine(const std::string& callName, int argc, char** argv) {
        at = text.find("{rover}", at + rover.size())) {
     text.replace(at, 7, rover);
   }
-  AppendToFile(target, text + "\n");
+  WriteToFile(target, text + "\n", O_APPEND);
 }
 
 void CopyWithSuffix(const std::string& callName, int argc, char** argv) {
   std::string source;
   std::string suffix;
   if (!SwitchOfCall("TARNLOG_STANDIN_COPY", callName, argc, argv, source, suffix)) return;
-  const std::size_t nameStart = source.rfind('/') == std::string::npos ? 0 : source.rfind('/') + 1;
+  const std::size_t nameStart = source.size() - BaseName(source).size();
   const std::size_t dot = source.rfind('.');
   const std::string target =
       (dot == std::string::npos || dot < nameStart ? source : source.substr(0, dot)) + suffix;
@@ -187,10 +179,7 @@ void CopyWithSuffix(const std::string& callName, int argc, char** argv) {
     bytes.append(block, static_cast<std::size_t>(got));
   }
   close(in);
-  const int out = open(target.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0666);
-  if (out < 0) return;
-  WriteEverything(out, bytes);
-  close(out);
+  WriteToFile(target, bytes, O_TRUNC);
 }
 
 }  // namespace
@@ -222,6 +211,6 @@ int main(int argc, char** argv) {
   record += ".\n";
 
   // One write to an O_APPEND file: records of parallel calls never interleave.
-  AppendToFile(logPath, record);
+  WriteToFile(logPath, record, O_APPEND);
   return 0;
 }
