@@ -11,14 +11,13 @@
 // TARNLOG_BENCH_CAPTURE naming a capture of the same mix.
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
-#include <cstdlib>
 #include <filesystem>
 #include <string>
 
+#include "bench_capture.h"
 #include "extract/capture_views.h"
 #include "pages/noise/capture_scan.h"
 #include "synthcap/synth.h"
@@ -45,35 +44,23 @@ BenchFiles& Files() {
   return files;
 }
 
-std::uint64_t FileSize(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
-}
+using bench::FileSize;
+using bench::ReportBytes;
 
 bool WriteCapture(const std::string& path, std::uint64_t bytes, const char* mix) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return false;
   SynthOptions options;
   options.size = bytes;
   options.seed = 1;
   options.rateHz = 10;
   options.mix = mix;
-  const bool written = StreamCapture(options, [file](std::string_view block) {
-    return std::fwrite(block.data(), 1, block.size(), file) == block.size();
-  });
-  return std::fclose(file) == 0 && written;
+  return bench::WriteCapture(path, options);
 }
 
 bool PrepareFiles() {
   BenchFiles& files = Files();
-  const char* base = std::getenv("TMPDIR");
-  std::string pattern = std::string(base && *base ? base : "/tmp") + "/tarnlog-scan-bench-XXXXXX";
-  if (::mkdtemp(pattern.data()) == nullptr) return false;
-  files.folder = pattern;
-  std::uint64_t bytes = kDefaultCaptureBytes;
-  if (const char* text = std::getenv("TARNLOG_BENCH_BYTES"); text && *text) {
-    bytes = std::strtoull(text, nullptr, 10);
-  }
+  files.folder = bench::MakeScratchFolder("tarnlog-scan-bench");
+  if (files.folder.empty()) return false;
+  const std::uint64_t bytes = bench::CaptureBytesWanted(kDefaultCaptureBytes);
   files.live = files.folder + "/live.bin";
   files.silent = files.folder + "/silent.bin";
   files.window = files.folder + "/window.bin";
@@ -85,20 +72,13 @@ bool PrepareFiles() {
          FileSize(files.window) <= kEpochWindowBytes;
 }
 
-void Report(benchmark::State& state, std::uint64_t bytesPerIteration) {
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytesPerIteration));
-  state.counters["MB"] =
-      benchmark::Counter(static_cast<double>(state.iterations() * bytesPerIteration) / 1e6,
-                         benchmark::Counter::kIsRate);
-}
-
 void BM_FindEpochRangeWithinOneWindow(benchmark::State& state) {
   for (auto _ : state) {
     const EpochRange range = FindEpochRange(Files().window);
     if (!range.first || !range.last) state.SkipWithError("no epochs");
     benchmark::DoNotOptimize(range);
   }
-  Report(state, FileSize(Files().window));
+  ReportBytes(state, FileSize(Files().window));
 }
 
 void BM_FindEpochRangeLargeCapture(benchmark::State& state) {
@@ -107,7 +87,7 @@ void BM_FindEpochRangeLargeCapture(benchmark::State& state) {
     if (!range.first || !range.last) state.SkipWithError("no epochs");
     benchmark::DoNotOptimize(range);
   }
-  Report(state, 2 * kEpochWindowBytes);
+  ReportBytes(state, 2 * kEpochWindowBytes);
 }
 
 // Every frame of the capture, and with `times` each frame's id and time as
@@ -139,7 +119,7 @@ void FramingPass(benchmark::State& state, bool times) {
     }
     benchmark::DoNotOptimize(lastSecond);
   }
-  Report(state, size);
+  ReportBytes(state, size);
   state.counters["frames"] = static_cast<double>(frames);
 }
 
@@ -156,7 +136,7 @@ void BM_CheckImuDataSilentImu(benchmark::State& state) {
     if (verdict != "1") state.SkipWithError("the silent IMU gave another verdict");
     benchmark::DoNotOptimize(verdict);
   }
-  Report(state, FileSize(Files().silent));
+  ReportBytes(state, FileSize(Files().silent));
 }
 
 BENCHMARK(BM_FindEpochRangeWithinOneWindow)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -9,7 +9,6 @@
 #include <benchmark/benchmark.h>
 #include <fcntl.h>
 #include <sys/mman.h>
-#include <sys/stat.h>
 #include <unistd.h>
 
 #include <cstdio>
@@ -19,6 +18,7 @@
 #include <string>
 #include <vector>
 
+#include "bench_capture.h"
 #include "extract/extract_main.h"
 #include "extract/record_time/record_time.h"
 #include "extract/scan_sentence.h"
@@ -43,16 +43,7 @@ BenchFiles& Files() {
   return files;
 }
 
-std::uint64_t CaptureBytesWanted() {
-  const char* text = std::getenv("TARNLOG_BENCH_BYTES");
-  if (text == nullptr || *text == '\0') return kDefaultCaptureBytes;
-  return std::strtoull(text, nullptr, 10);
-}
-
-std::uint64_t FileSize(const std::string& path) {
-  struct stat info {};
-  return ::stat(path.c_str(), &info) == 0 ? static_cast<std::uint64_t>(info.st_size) : 0;
-}
+using bench::FileSize;
 
 SynthOptions CaptureOptions(std::uint64_t bytes) {
   SynthOptions options;
@@ -62,29 +53,17 @@ SynthOptions CaptureOptions(std::uint64_t bytes) {
   return options;
 }
 
-bool WriteCapture(const std::string& path, std::uint64_t bytes) {
-  std::FILE* file = std::fopen(path.c_str(), "wb");
-  if (file == nullptr) return false;
-  std::setvbuf(file, nullptr, _IONBF, 0);
-  const bool written = StreamCapture(CaptureOptions(bytes), [file](std::string_view block) {
-    return std::fwrite(block.data(), 1, block.size(), file) == block.size();
-  });
-  return std::fclose(file) == 0 && written;
-}
-
 bool PrepareFiles() {
   BenchFiles& files = Files();
-  const char* base = std::getenv("TMPDIR");
-  std::string pattern = std::string(base && *base ? base : "/tmp") + "/tarnlog-bench-XXXXXX";
-  if (::mkdtemp(pattern.data()) == nullptr) return false;
-  files.folder = pattern;
-  const std::uint64_t wanted = CaptureBytesWanted();
+  files.folder = bench::MakeScratchFolder("tarnlog-bench");
+  if (files.folder.empty()) return false;
+  const std::uint64_t wanted = bench::CaptureBytesWanted(kDefaultCaptureBytes);
   const char* kept = std::getenv("TARNLOG_BENCH_CAPTURE");
   files.capture = kept && *kept ? kept : files.folder + "/capture.log";
   if (FileSize(files.capture) < wanted || wanted == 0) {
     std::fprintf(stderr, "making a capture of %llu bytes in %s\n",
                  static_cast<unsigned long long>(wanted), files.capture.c_str());
-    if (!WriteCapture(files.capture, wanted)) return false;
+    if (!bench::WriteCapture(files.capture, CaptureOptions(wanted))) return false;
   }
   files.bytes = FileSize(files.capture);
   return true;
@@ -112,10 +91,7 @@ double PeakMemoryMiB() {
 }
 
 void Report(benchmark::State& state, std::uint64_t bytesPerIteration) {
-  state.SetBytesProcessed(static_cast<std::int64_t>(state.iterations() * bytesPerIteration));
-  state.counters["MB"] =
-      benchmark::Counter(static_cast<double>(state.iterations() * bytesPerIteration) / 1e6,
-                         benchmark::Counter::kIsRate);
+  bench::ReportBytes(state, bytesPerIteration);
   state.counters["peak_rss_MiB"] = PeakMemoryMiB();
 }
 

@@ -8,7 +8,6 @@
 #include <cstdlib>
 #include <cstring>
 #include <memory>
-#include <utility>
 
 #include "extract/capture_views.h"
 #include "extract/checksums.h"
@@ -90,8 +89,8 @@ class ExtractionRun : public SentenceSink {
   int UnwritableTables() const { return unwritableTables_; }
 
   // The capture's descriptor, opened with the tables (-1 when it couldn't
-  // be); the caller closes it.
-  int TakeCapture() { return std::exchange(captureFd_, -1); }
+  // be) and closed with the run.
+  int Capture() const { return captureFd_; }
   std::uint64_t CaptureSize() const { return captureSize_; }
 
  private:
@@ -171,19 +170,16 @@ ExtractOutcome RunExtraction(int argc, char** argv, const ExtractSettings& setti
   ExtractOptions options;
   std::unique_ptr<ExtractionRun> run = BeginRun(argc, argv, settings, state, options);
   ExtractOutcome outcome;
-  const int fd = run->TakeCapture();
-  if (fd < 0) {
+  if (run->Capture() < 0) {
     // The run ends here, as the system ends it, without the closing steps;
     // the tables come out empty.
     outcome.unwritableTables = run->UnwritableTables();
     return outcome;
   }
-  const std::uint64_t fileSize = run->CaptureSize();
   {
-    MappedViews views(fd);
-    outcome.captureRead = WalkCapture(fileSize, settings, *run, views);
+    MappedViews views(run->Capture());
+    outcome.captureRead = WalkCapture(run->CaptureSize(), settings, *run, views);
   }
-  ::close(fd);
   run->Close();
   outcome.unwritableTables = run->UnwritableTables();
   return outcome;

@@ -15,7 +15,7 @@ void ComplainAbout(const char* what, const std::string& path) {
 bool OpenStream(int mode, const std::string& path, OutFile& stream) {
   stream.Close();
   if (mode == 0) {
-    // A table is never opened for reading through this overload.
+    // A table is never opened for reading.
     ComplainAbout("Cannot open  read  file:\n", path);
     return false;
   }
@@ -29,16 +29,6 @@ int OpenCaptureForReading(const std::string& path, struct stat* info) {
   const int fd = OpenRegularFileForReading(path, info);
   if (fd < 0) ComplainAbout("Cannot open  read  file:\n", path);
   return fd;
-}
-
-bool OpenStream(int mode, const std::string& path, InFile& stream) {
-  stream.Close();
-  if (mode == 0 && stream.Open(path, FileMode::kBinary)) return true;
-  ComplainAbout(mode == 0
-                    ? "Cannot open  read  file:\n"
-                    : (mode == 1 ? "Cannot open write  file:\n" : "Cannot open  append  file:\n"),
-                path);
-  return false;
 }
 
 }  // namespace tarnlog

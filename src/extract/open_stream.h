@@ -16,13 +16,9 @@ namespace tarnlog {
 // "***   %.20s\n" with the path.
 bool OpenStream(int mode, const std::string& path, OutFile& stream);
 
-// Mode 0, "rb". On failure prints "Cannot open  read  file:\n" and the path
-// as above.
-bool OpenStream(int mode, const std::string& path, InFile& stream);
-
 // The capture, opened once for its mapping: a regular file's descriptor
-// (with its status in `info` when given), or -1 after the same complaint as
-// a failed read open.
+// (with its status in `info` when given), or -1 after printing
+// "Cannot open  read  file:\n" and the path as above.
 int OpenCaptureForReading(const std::string& path, struct stat* info = nullptr);
 
 }  // namespace tarnlog
