@@ -4,6 +4,8 @@
 #include <cstdio>
 #include <cstring>
 
+#include "little_endian.h"
+
 namespace tarnlog {
 namespace {
 
@@ -31,11 +33,6 @@ constexpr CrcTables MakeCrcTables() {
   return tables;
 }
 constexpr CrcTables kCrcTables = MakeCrcTables();
-
-std::uint32_t LoadLe32(const unsigned char* p) {
-  return static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
-         static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
-}
 
 // The span of the text behind `from`, at most `limit` bytes, that ends
 // before a NUL.

@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "checksums.h"
+#include "little_endian.h"
 
 namespace tarnlog {
 namespace {
@@ -78,11 +79,6 @@ bool HoldsPasscom(const char* open, std::size_t openLength) {
   return std::string_view(open, openLength).find("#PASSCOM") != std::string_view::npos;
 }
 
-std::uint32_t LoadLe32(const unsigned char* p) {
-  return static_cast<std::uint32_t>(p[0]) | static_cast<std::uint32_t>(p[1]) << 8 |
-         static_cast<std::uint32_t>(p[2]) << 16 | static_cast<std::uint32_t>(p[3]) << 24;
-}
-
 // The scan itself. `take(from, length)` receives each sentence where it lies;
 // the callers decide whether it is copied.
 template <typename Take>
@@ -151,9 +147,7 @@ template <typename Take>
           std::size_t frameLength = 0;
           std::size_t crcEnd = 0;
           if (available >= headerLength && available >= kMessageLengthOffset + 2) {
-            const std::size_t messageLength =
-                bytes[i + kMessageLengthOffset] |
-                static_cast<std::size_t>(bytes[i + kMessageLengthOffset + 1]) << 8;
+            const std::size_t messageLength = LoadLe16(bytes + i + kMessageLengthOffset);
             crcEnd = headerLength + messageLength;
             frameLength = crcEnd + kFrameCrcBytes;
           }

@@ -13,6 +13,7 @@
 #include <cstring>
 #include <vector>
 
+#include "extract/little_endian.h"
 #include "extract/scan_sentence.h"
 #include "platform/files.h"
 
@@ -105,17 +106,6 @@ constexpr std::size_t kImuBlockBytes = 0x19000;
 constexpr std::size_t kImuBufferBytes = 0x32000;
 
 constexpr double kWholeSecondTolerance = 1e-6;
-
-std::uint32_t Le16(const char* p) {
-  const auto* b = reinterpret_cast<const unsigned char*>(p);
-  return static_cast<std::uint32_t>(b[0]) | static_cast<std::uint32_t>(b[1]) << 8;
-}
-
-std::uint32_t Le32(const char* p) {
-  const auto* b = reinterpret_cast<const unsigned char*>(p);
-  return static_cast<std::uint32_t>(b[0]) | static_cast<std::uint32_t>(b[1]) << 8 |
-         static_cast<std::uint32_t>(b[2]) << 16 | static_cast<std::uint32_t>(b[3]) << 24;
-}
 
 bool IsObservationId(int id) {
   return id == kRangeId || id == kHeadingRangeId || id == kBaseRangeId;
@@ -307,12 +297,12 @@ std::optional<GpsWeekSecond> LastEpoch(const char* bytes, std::size_t size) {
 // message's end count as zero.
 bool CarriesImuData(const CaptureFrame& frame) {
   const std::size_t header = static_cast<unsigned char>(frame.bytes[kHeaderLengthOffset]);
-  const std::size_t message = Le16(frame.bytes + kMessageLengthOffset);
+  const std::size_t message = LoadLe16(frame.bytes + kMessageLengthOffset);
   std::uint32_t words[6] = {};
   for (std::size_t k = 0; k < 6; ++k) {
     const std::size_t offset = header + 4 * k;
     if (offset + 4 <= header + message && offset + 4 <= frame.length) {
-      words[k] = Le32(frame.bytes + offset);
+      words[k] = LoadLe32(frame.bytes + offset);
     }
   }
   return (words[0] | words[1] | words[2]) != 0 && (words[3] | words[4] | words[5]) != 0;
@@ -355,11 +345,11 @@ std::optional<FrameEpoch> EpochOfFrame(const CaptureFrame& frame) {
         static_cast<unsigned char>(frame.bytes[kHeaderLengthOffset]) < kShortestTimedHeader) {
       return std::nullopt;
     }
-    const unsigned week = Le16(frame.bytes + kWeekOffset);
+    const unsigned week = LoadLe16(frame.bytes + kWeekOffset);
     if (week < kLowestWeek) return std::nullopt;
     FrameEpoch epoch;
-    epoch.messageId = static_cast<int>(Le16(frame.bytes + kMessageIdOffset));
-    epoch.time = {static_cast<int>(week), Le32(frame.bytes + kMillisecondOffset) * 0.001};
+    epoch.messageId = static_cast<int>(LoadLe16(frame.bytes + kMessageIdOffset));
+    epoch.time = {static_cast<int>(week), LoadLe32(frame.bytes + kMillisecondOffset) * 0.001};
     return epoch;
   }
   if (frame.kind != kNmeaSentence && frame.kind != kAsciiLog) return std::nullopt;
@@ -418,7 +408,7 @@ std::string_view CheckImuData(const std::string& path) {
     while ((step = FrameNextMessage(buffer.data(), held, &position, &frame, atEnd)) !=
            FrameStep::kNeedMore) {
       if (step != FrameStep::kFrame || frame.kind != kBinaryFrame) continue;
-      const std::uint32_t id = Le16(frame.bytes + kMessageIdOffset);
+      const std::uint32_t id = LoadLe16(frame.bytes + kMessageIdOffset);
       if (id != kRawImuId && id != kRawImuExtendedId) continue;
       seen = true;
       if (CarriesImuData(frame)) return "2";
