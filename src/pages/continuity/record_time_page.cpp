@@ -63,10 +63,6 @@ constexpr std::string_view kLogTypeGroup = "LogType";
 constexpr std::string_view kFolderLogPattern = "*ap.*";
 constexpr std::string_view kFolderLogSuffixes[] = {".log", ".LOG", ".Log", ".ASC"};
 
-bool EndsWith(std::string_view text, std::string_view suffix) {
-  return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
-}
-
 }  // namespace
 
 CRecordTimeDlg::CRecordTimeDlg(PageParent& parent, PageHost& host)
@@ -99,7 +95,6 @@ void CRecordTimeDlg::Start() {
   slots_.clear();
   timeStamp.text = TimeStamp();
   allContinuesPath_ = JoinPath(StartFolder(), "EXE/All_continues.exe");
-  continueAnalysisPath_ = JoinPath(StartFolder(), "EXE/continue_analysis.exe");
 
   const std::optional<AutoTestConfig> config =
       TakeAutomaticTest(kContinueSwitch, &AutoTestConfig::runContinue);
@@ -127,7 +122,7 @@ void CRecordTimeDlg::AddFolder(std::string folder) {
   for (const FolderEntry& entry : ListMatching(folder, kFolderLogPattern)) {
     if (entry.isFolder) continue;
     for (std::string_view suffix : kFolderLogSuffixes) {
-      if (EndsWith(entry.name, suffix)) {
+      if (entry.name.ends_with(suffix)) {
         AddFile(folder + entry.name);
         break;
       }

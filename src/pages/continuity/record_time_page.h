@@ -36,7 +36,7 @@ extern const std::array<LogTypeTick, 42> kLogTypeTicks;
 class CRecordTimeDlg : public Page {
  public:
   CRecordTimeDlg(PageParent& parent, PageHost& host);
-  // Defaults, the tool paths under the start folder, the stamp, and the
+  // Defaults, the analyser's path under the start folder, the stamp, and the
   // "-CT" automatic test.
   void Start() override;
   void Process() override;
@@ -88,7 +88,6 @@ class CRecordTimeDlg : public Page {
   std::uint32_t logMaskA_ = 0;
   std::uint32_t logMaskB_ = 0;
   std::string allContinuesPath_;
-  std::string continueAnalysisPath_;
   RecordTimeExtractor extractor_;
 };
 

@@ -234,9 +234,11 @@ bool ReadPositionLine(MixMessage message, const char* line, MixFix& fix) {
 
 bool ReadGgaLine(const char* line, std::size_t length, bool nmeaCrc, MixFix& fix) {
   // Held anywhere in the line: a sentence behind a port stamp such as
-  // "[COM1]" is read too. The fields are counted from the first comma.
+  // "[COM1]" is read too. The fields are counted from the first comma. Most
+  // lines of a log hold no "GGA", so that is looked for first.
+  if (!Contains(line, "GGA")) return false;
   const char* star = std::strchr(line, '*');
-  if (star == nullptr || !Contains(line, "GGA")) return false;
+  if (star == nullptr) return false;
   if (nmeaCrc && !VerifyNmeaChecksum(line, length, static_cast<std::size_t>(star - line))) {
     return false;
   }

@@ -16,9 +16,7 @@ void Show(RealValueSet& set) {
 void TakeRow(RealValueSet& set, const RealValueTable& table) {
   const int row = table.Find(set.list.SelectedText());
   if (row < 0) return;
-  set.values.latitude = table.rows[row].latitude;
-  set.values.longitude = table.rows[row].longitude;
-  set.values.height = table.rows[row].height;
+  set.values = CoordinatesOf(table.rows[row]);
 }
 
 // Add and Modify show a refused field check as its box.

@@ -169,7 +169,7 @@ class AutomaticTestRunTest : public testing::StartFolderFixture {
   testing::RunResult Run(const char* switchText, const char* folder = "logs") {
     return testing::RunAndCapture(
         {"timeout", "120", testing::TarnlogBinary(), switchText, "-PATH", folder}, start_,
-        {"TARNLOG_STANDIN_LOG=" + start_ + "/calls.log", "TARNLOG_STANDIN_SLEEP_MS=0"});
+        standinEnv_);
   }
 
   // The result folder of the Static copy's run, beside the logs.
@@ -194,6 +194,9 @@ class AutomaticTestRunTest : public testing::StartFolderFixture {
   }
 
   const std::string config_ = start_ + "/logs/AutoTestConfig/";
+  // The environment of every copy a test starts, for the stand-ins it calls.
+  std::vector<std::string> standinEnv_ = {"TARNLOG_STANDIN_LOG=" + start_ + "/calls.log",
+                                          "TARNLOG_STANDIN_SLEEP_MS=0"};
 };
 
 TEST_F(AutomaticTestRunTest, StaticCopyRunsTheListedLogsAndEnds) {
@@ -306,15 +309,10 @@ class NoiseRunTest : public AutomaticTestRunTest {
       CopyFileReplacing(sample, start_ + "/logs/" + name);
     WriteConfig("FileList:2\r\nxcap.log\r\nycap.log\r\n\r\nGoldenFile:\r\ngcap.log\r\n",
                 "1,2,3\n4,5,6\n");
-  }
-
-  testing::RunResult RunNoise(const char* switchText) {
-    return testing::RunAndCapture(
-        {"timeout", "120", testing::TarnlogBinary(), switchText, "-PATH", "logs"}, start_,
-        {"TARNLOG_STANDIN_LOG=" + start_ + "/calls.log", "TARNLOG_STANDIN_SLEEP_MS=0",
-         "TARNLOG_STANDIN_COPY=Converter.exe:1:.BIN",
-         "TARNLOG_STANDIN_CREATE=ADR1.txt;PSR1.txt;pvt.txt;JPG/",
-         "TARNLOG_STANDIN_APPEND=NoisePlot.exe:16:1,{rover},Yes,"});
+    standinEnv_.insert(standinEnv_.end(),
+                       {"TARNLOG_STANDIN_COPY=Converter.exe:1:.BIN",
+                        "TARNLOG_STANDIN_CREATE=ADR1.txt;PSR1.txt;pvt.txt;JPG/",
+                        "TARNLOG_STANDIN_APPEND=NoisePlot.exe:16:1,{rover},Yes,"});
   }
 
   // The calls of one tool, in the order they ended.
@@ -360,7 +358,7 @@ class NoiseRunTest : public AutomaticTestRunTest {
 
 TEST_F(NoiseRunTest, NoiseCopyPreparesPairsAndEnds) {
   WriteModes("Noise,1\r\n");
-  const testing::RunResult run = RunNoise("-N");
+  const testing::RunResult run = Run("-N");
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out, "Status: Processing\nStatus: Finished\n");
   // The script runner's own complaints may stand there (the clean-up
@@ -373,7 +371,7 @@ TEST_F(NoiseRunTest, NoiseCopyPreparesPairsAndEnds) {
 TEST_F(NoiseRunTest, NoiseCopyWithoutCapturesEndsWithItsMessage) {
   WriteModes("Noise,1\r\n");
   WriteConfig("FileList:2\r\na.log\r\nb.log\r\n", "1,2,3\n4,5,6\n");
-  const testing::RunResult run = RunNoise("-N");
+  const testing::RunResult run = Run("-N");
   EXPECT_EQ(run.status, 1);
   EXPECT_EQ(run.out, "");
   EXPECT_EQ(run.err, "tarnlog: GenNoise: Command line error!\n");
@@ -385,7 +383,7 @@ TEST_F(NoiseRunTest, NoiseCopyWithoutCapturesEndsWithItsMessage) {
 // the AUTO run ends by itself.
 TEST_F(NoiseRunTest, AutoRunWithAllThreeTests) {
   WriteModes("Static,1\r\nNoise,1\r\nContinue,1\r\n");
-  const testing::RunResult run = RunNoise("-AUTO");
+  const testing::RunResult run = Run("-AUTO");
   EXPECT_EQ(run.status, 0) << run.err;
   EXPECT_EQ(run.out,
             "Status: Process RTKStatic......\n"

@@ -32,7 +32,7 @@ class ContinuePageTest : public testing::StartFolderFixture {
     CopyFileReplacing(testing::SourceDir() + "/tests/data/OneEach.ASC", start_ + "/logs/b.log");
     SetScriptRunnerPath(testing::ScriptRunnerBinary());
     setenv("TARNLOG_STANDIN_LOG", (start_ + "/calls.log").c_str(), 1);
-    setenv("TARNLOG_STANDIN_SLEEP_MS", "300", 1);
+    setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
   }
   ~ContinuePageTest() override {
     unsetenv("TARNLOG_STANDIN_LOG");
@@ -182,6 +182,9 @@ TEST(ContinueScriptTest, ScriptBytes) {
 // and all are awaited before the page resets itself with the mask left all
 // ones, so a second run without a single tick still runs.
 TEST_F(ContinuePageTest, ProcessRunsEveryRowAndLeavesTheMaskAllOnes) {
+  // The first analyser still runs when the second starts, however slowly
+  // the second row is extracted on a loaded machine.
+  setenv("TARNLOG_STANDIN_SLEEP_MS", "2000", 1);
   CRecordTimeDlg& page = Start();
   page.AddFile(start_ + "/logs/a.log");
   page.AddFile(start_ + "/logs/b.log");
@@ -210,6 +213,7 @@ TEST_F(ContinuePageTest, ProcessRunsEveryRowAndLeavesTheMaskAllOnes) {
   EXPECT_EQ(page.LogMaskA(), 0xFFFFFFFFu);
   EXPECT_EQ(page.LogMaskB(), 0xFFFFFFFFu);
 
+  setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
   page.timeStamp.text = "202020";
   page.AddFile(start_ + "/logs/a.log");
   page.cancelAllLog.Click();
@@ -253,7 +257,6 @@ TEST(StatisticsPrnTest, KeepsLinesThatMoveTimeOnAndStopsAtABadField) {
 // The batch run as a test engineer's script makes it: the logs and the word,
 // ending by itself once every row's analyser has ended.
 TEST_F(ContinuePageTest, BatchRunContinue) {
-  setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
   const testing::RunResult result = testing::RunAndCapture(
       {testing::TarnlogBinary(), "logs/a.log", "logs/b.log", "Continue"}, start_);
   EXPECT_EQ(result.status, 0) << result.err;
@@ -290,7 +293,6 @@ TEST_F(ContinuePageTest, BatchRunWithAMissingLogStops) {
 // page's list, and the copy ends by itself afterwards; with the test's flag
 // off it ends at once.
 TEST_F(ContinuePageTest, AutomaticTestCopy) {
-  setenv("TARNLOG_STANDIN_SLEEP_MS", "0", 1);
   const std::string tests = start_ + "/logs";
   AutoTestConfig config;
   config.path = tests;
