@@ -72,20 +72,20 @@ void CAuto::AddFile(const std::string& path) {
 }
 
 void CAuto::OnRealValueAChanged() {
-  const RealValueTable& table = Parent().RealValueStore();
-  const int row = table.Find(realValueA.SelectedText());
-  if (row < 0) return;
-  realA = CoordinatesOf(table.rows[row]);
+  const std::optional<Coordinates> values =
+      SelectedCoordinates(realValueA, Parent().RealValueStore());
+  if (!values) return;
+  realA = *values;
   realB = realA;
   realValueACoordinates.Show(realA);
   realValueBCoordinates.Show(realB);
 }
 
 void CAuto::OnRealValueBChanged() {
-  const RealValueTable& table = Parent().RealValueStore();
-  const int row = table.Find(realValueB.SelectedText());
-  if (row < 0) return;
-  realB = CoordinatesOf(table.rows[row]);
+  const std::optional<Coordinates> values =
+      SelectedCoordinates(realValueB, Parent().RealValueStore());
+  if (!values) return;
+  realB = *values;
   realValueBCoordinates.Show(realB);
 }
 

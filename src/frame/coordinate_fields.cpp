@@ -9,12 +9,6 @@ namespace {
 constexpr double kLatitudeLimit = 90.0;
 constexpr double kLongitudeLimit = 180.0;
 
-std::string FormatCoordinate(double value) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.15g", value);
-  return text;
-}
-
 // The negated test also turns away a text that reads as NaN.
 bool InRange(double value, double limit) {
   return value >= -limit && value <= limit;
@@ -30,6 +24,19 @@ std::string OutOfRangeMessage(const TextField& field) {
 
 }  // namespace
 
+std::string DialogNumberText(double value) {
+  char text[64];
+  std::snprintf(text, sizeof text, "%.15g", value);
+  return text;
+}
+
+std::optional<Coordinates> SelectedCoordinates(const ChoiceField& list,
+                                               const RealValueTable& table) {
+  const int row = table.Find(list.SelectedText());
+  if (row < 0) return std::nullopt;
+  return CoordinatesOf(table.rows[static_cast<std::size_t>(row)]);
+}
+
 CoordinateFields::CoordinateFields(Page& page, std::string_view group)
     : latitude(page, "Latitude", {}, group),
       longitude(page, "Longitude", {}, group),
@@ -40,9 +47,9 @@ void CoordinateFields::Show(const RealValueRow& row) {
 }
 
 void CoordinateFields::Show(const Coordinates& values) {
-  latitude.text = FormatCoordinate(values.latitude);
-  longitude.text = FormatCoordinate(values.longitude);
-  height.text = FormatCoordinate(values.height);
+  latitude.text = DialogNumberText(values.latitude);
+  longitude.text = DialogNumberText(values.longitude);
+  height.text = DialogNumberText(values.height);
 }
 
 std::optional<std::string> CoordinateFields::Read(Coordinates& values) const {

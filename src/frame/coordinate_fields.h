@@ -39,6 +39,14 @@ struct CoordinateFields {
   TextField height;
 };
 
+// A double as the dialog's data exchange shows it in an edit box ("%.15g").
+std::string DialogNumberText(double value);
+
+// The coordinates of the name a real-value list has selected, looked up by
+// exact name in the table; nothing when the name isn't there.
+std::optional<Coordinates> SelectedCoordinates(const ChoiceField& list,
+                                               const RealValueTable& table);
+
 // A coordinate field as a refused check names it: its set and caption, its
 // text as it stands and the range of its kind ("Master Latitude is "nan",
 // it must lie in -90 to 90").

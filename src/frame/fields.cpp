@@ -73,7 +73,7 @@ void TableField::Reset() {
 std::vector<int> TableField::SelectedRows() const {
   std::vector<int> chosen;
   const int count = static_cast<int>(rows.size());
-  if (!multipleSelection) {
+  if (!multipleSelection || selectedRows.empty()) {
     if (selected >= 0 && selected < count) chosen.push_back(selected);
     return chosen;
   }

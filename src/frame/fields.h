@@ -104,8 +104,8 @@ class TableField : public Field {
              std::string_view group = {});
   void Reset() override;
 
-  // The rows a list of several selections has selected, in list order;
-  // empty in a list of one selection, where `selected` tells.
+  // The selected rows in list order: in a list of several selections those
+  // of `selectedRows`, or else the one of `selected`.
   std::vector<int> SelectedRows() const;
 
   const std::vector<std::string> columns;

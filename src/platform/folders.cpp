@@ -9,6 +9,7 @@
 
 #include "platform/files.h"
 #include "platform/host.h"
+#include "platform/paths.h"
 
 namespace tarnlog {
 namespace {
@@ -191,6 +192,21 @@ std::vector<FolderEntry> ListMatching(const std::string& folder, std::string_vie
     return order != 0 ? order < 0 : a.name < b.name;  // a fixed order for case twins
   });
   return entries;
+}
+
+std::vector<std::string> ListFilesEndingIn(const std::string& folder, std::string_view pattern,
+                                           std::span<const std::string_view> suffixes) {
+  std::vector<std::string> paths;
+  for (const FolderEntry& entry : ListMatching(folder, pattern)) {
+    if (entry.isFolder) continue;
+    for (std::string_view suffix : suffixes) {
+      if (entry.name.ends_with(suffix)) {
+        paths.push_back(JoinPath(folder, entry.name));
+        break;
+      }
+    }
+  }
+  return paths;
 }
 
 std::string CurrentFolder() {

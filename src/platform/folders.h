@@ -2,6 +2,7 @@
 // the two forms of folder creation, access tests and wildcard listings.
 #pragma once
 
+#include <span>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -53,6 +54,12 @@ struct FolderEntry {
 // Entries of `folder` whose names match `pattern`, case-insensitively,
 // sorted by name without regard to case. "." and ".." are never listed.
 std::vector<FolderEntry> ListMatching(const std::string& folder, std::string_view pattern);
+
+// The paths of the entries of `folder` matching `pattern` that are not
+// folders and whose names end in one of `suffixes`, tested as they are
+// written (case-sensitively), in the listing's order.
+std::vector<std::string> ListFilesEndingIn(const std::string& folder, std::string_view pattern,
+                                           std::span<const std::string_view> suffixes);
 
 // The process's current directory, or empty if it can't be read.
 std::string CurrentFolder();

@@ -119,15 +119,8 @@ void CRecordTimeDlg::AddFile(const std::string& path) {
 void CRecordTimeDlg::AddFolder(std::string folder) {
   if (folder.empty()) return;
   if (folder.back() != kPathSeparator) folder += kPathSeparator;
-  for (const FolderEntry& entry : ListMatching(folder, kFolderLogPattern)) {
-    if (entry.isFolder) continue;
-    for (std::string_view suffix : kFolderLogSuffixes) {
-      if (entry.name.ends_with(suffix)) {
-        AddFile(folder + entry.name);
-        break;
-      }
-    }
-  }
+  for (const std::string& path : ListFilesEndingIn(folder, kFolderLogPattern, kFolderLogSuffixes))
+    AddFile(path);
 }
 
 void CRecordTimeDlg::DeleteOneItem() {

@@ -30,24 +30,11 @@ constexpr std::string_view kPreparedSuffixes[] = {".bin", ".BIN", ".Bin"};
 // laboratory names them ("...cap.log").
 constexpr std::string_view kCommandLinePattern = "*ap.*";
 
-bool EndsWith(std::string_view text, std::string_view suffix) {
-  return text.size() >= suffix.size() && text.substr(text.size() - suffix.size()) == suffix;
-}
-
-template <std::size_t N>
+// The plain files of `folder` matching `pattern` with one of `suffixes`.
 std::vector<std::string> ListCaptures(const std::string& folder, std::string_view pattern,
-                                      const std::string_view (&suffixes)[N]) {
-  std::vector<std::string> captures;
-  for (const FolderEntry& entry : ListMatching(folder, pattern)) {
-    const std::string path = JoinPath(folder, entry.name);
-    if (entry.isFolder || !IsRegularFile(path)) continue;
-    for (std::string_view suffix : suffixes) {
-      if (EndsWith(entry.name, suffix)) {
-        captures.push_back(path);
-        break;
-      }
-    }
-  }
+                                      std::span<const std::string_view> suffixes) {
+  std::vector<std::string> captures = ListFilesEndingIn(folder, pattern, suffixes);
+  std::erase_if(captures, [](const std::string& path) { return !IsRegularFile(path); });
   return captures;
 }
 

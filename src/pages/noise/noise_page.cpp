@@ -29,14 +29,6 @@ double FieldDouble(const TextField& field) {
   return std::atof(field.text.c_str());
 }
 
-// A computed time as the page's fields show it: the week as "%d", the
-// second as the dialog shows a double.
-std::string SecondText(double second) {
-  char text[64];
-  std::snprintf(text, sizeof text, "%.15g", second);
-  return text;
-}
-
 }  // namespace
 
 std::string FormatThreshold(const TextField& field) {
@@ -176,18 +168,17 @@ void GenNoise::RefreshOnTabChoice() {
 }
 
 void GenNoise::OnRefCoorChanged() {
-  const int row = Parent().RealValueStore().Find(refCoor.SelectedText());
-  if (row < 0) return;
-  const RealValueRow& values = Parent().RealValueStore().rows[static_cast<std::size_t>(row)];
-  refCoordinates.Show(values);
-  initCoordinates.Show(values);
+  const std::optional<Coordinates> values = SelectedCoordinates(refCoor, Parent().RealValueStore());
+  if (!values) return;
+  refCoordinates.Show(*values);
+  initCoordinates.Show(*values);
   initCoor.Select(refCoor.selected);
 }
 
 void GenNoise::OnInitCoorChanged() {
-  const int row = Parent().RealValueStore().Find(initCoor.SelectedText());
-  if (row < 0) return;
-  initCoordinates.Show(Parent().RealValueStore().rows[static_cast<std::size_t>(row)]);
+  if (const std::optional<Coordinates> values =
+          SelectedCoordinates(initCoor, Parent().RealValueStore()))
+    initCoordinates.Show(*values);
 }
 
 void GenNoise::OnOpenBinaryFile() {
@@ -270,8 +261,8 @@ void GenNoise::DeleteOneBinary() {
     Message(kNoiseChooseBinaryFirst);
     return;
   }
-  const int row =
-      binaryFiles.selectedRows.empty() ? binaryFiles.selected : binaryFiles.SelectedRows().front();
+  const std::vector<int> chosen = binaryFiles.SelectedRows();
+  const int row = chosen.empty() ? -1 : chosen.front();
   if (row < 0 || row >= binaryCount_) {
     Message(kNoiseNoItemSelected);
     return;
@@ -355,11 +346,11 @@ void GenNoise::ShowSpanFields(const SpanFields& span) {
   const SpanFields typed = ReadSpanFields();
   if (span.start.week != typed.start.week || span.start.second != typed.start.second) {
     startWeek.text = std::to_string(span.start.week);
-    startSecond.text = SecondText(span.start.second);
+    startSecond.text = DialogNumberText(span.start.second);
   }
   if (span.end.week != typed.end.week || span.end.second != typed.end.second) {
     endWeek.text = std::to_string(span.end.week);
-    endSecond.text = SecondText(span.end.second);
+    endSecond.text = DialogNumberText(span.end.second);
   }
 }
 

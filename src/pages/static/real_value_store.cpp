@@ -14,9 +14,8 @@ void Show(RealValueSet& set) {
 }
 
 void TakeRow(RealValueSet& set, const RealValueTable& table) {
-  const int row = table.Find(set.list.SelectedText());
-  if (row < 0) return;
-  set.values = CoordinatesOf(table.rows[row]);
+  if (const std::optional<Coordinates> values = SelectedCoordinates(set.list, table))
+    set.values = *values;
 }
 
 // Add and Modify show a refused field check as its box.
