@@ -40,6 +40,9 @@ class Field {
   virtual void Reset() = 0;
 
   bool enabled = true;
+  // A page that shows different controls by a choice (the heading page's
+  // "Type") hides the others; the model keeps their values.
+  bool visible = true;
 
  private:
   std::string caption_;
