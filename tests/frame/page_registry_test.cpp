@@ -156,10 +156,10 @@ TEST_F(StartSequenceTest, CommandLineOutcomes) {
   EXPECT_NE(none.why.find("\"b\""), std::string::npos);
 
   // Still a page without its mode: the run ends with a clear reason.
-  const CVarnelDlg::StartResult unbuilt = Start({"tarnlog", "a.log", "x", "HEADING"});
+  const CVarnelDlg::StartResult unbuilt = Start({"tarnlog", "a.log", "x", "TEST"});
   EXPECT_EQ(unbuilt.outcome, CVarnelDlg::Outcome::kModeNotBuilt);
-  EXPECT_EQ(dialog_->Arguments().Last(), "heading");
-  EXPECT_EQ(dialog_->VisibleTab(), 7);
+  EXPECT_EQ(dialog_->Arguments().Last(), "test");
+  EXPECT_EQ(dialog_->VisibleTab(), 3);
 }
 
 }  // namespace
