@@ -96,6 +96,11 @@ class Page {
   // `field` in brackets when given (the field the check refused, its text
   // and its range).
   void FailCheck(std::string_view message, std::string_view field = {});
+  // The answer of a list action: empty when it went through, otherwise its
+  // refusal, which counts as a failed check.
+  void Refuse(std::string_view refusal) {
+    if (!refusal.empty()) FailCheck(refusal);
+  }
 
   // Runs `work` on a worker thread of its own, with no handle kept. When a
   // command-line run's worker returns without ending the process (a check

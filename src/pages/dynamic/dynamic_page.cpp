@@ -26,11 +26,6 @@ const std::string& TypeText(const std::vector<std::string>& types, int value) {
   return value >= 0 && value < static_cast<int>(types.size()) ? types[value] : types[0];
 }
 
-// The list actions answer with a message only when they refuse.
-void ShowRefusal(PageHost& host, std::string_view refusal) {
-  if (!refusal.empty()) host.ShowMessage(refusal);
-}
-
 void AddRow(TableField& list, const PairedFileList& files, const std::vector<std::string>& types) {
   const PairedFileSlot& slot = files.slots[static_cast<std::size_t>(files.count - 1)];
   list.rows.push_back(
@@ -63,8 +58,7 @@ llherroRTKDynamic::llherroRTKDynamic(PageParent& parent, PageHost& host)
       deleteOneSource(
           *this, "Delete One Item",
           [this] {
-            ShowRefusal(Host(),
-                        DeleteOneFile(sources_, sourceFiles, kDynamicPairingTexts.sourceListEmpty));
+            Refuse(DeleteOneFile(sources_, sourceFiles, kDynamicPairingTexts.sourceListEmpty));
           },
           kSourceGroup),
       deleteAllSource(
@@ -80,8 +74,8 @@ llherroRTKDynamic::llherroRTKDynamic(PageParent& parent, PageHost& host)
       deleteOneReference(
           *this, "Delete One Item",
           [this] {
-            ShowRefusal(Host(), DeleteOneFile(references_, referenceFiles,
-                                              kDynamicPairingTexts.referenceListEmpty));
+            Refuse(DeleteOneFile(references_, referenceFiles,
+                                 kDynamicPairingTexts.referenceListEmpty));
           },
           kReferenceGroup),
       deleteAllReference(
@@ -89,8 +83,8 @@ llherroRTKDynamic::llherroRTKDynamic(PageParent& parent, PageHost& host)
           kReferenceGroup),
       pairFiles(*this, "Pair Files", {"ID", "NAME"}, kPairGroup),
       deleteOnePair(
-          *this, "Delete One Item",
-          [this] { ShowRefusal(Host(), DeleteOnePair(pairs_, pairFiles)); }, kPairGroup),
+          *this, "Delete One Item", [this] { Refuse(DeleteOnePair(pairs_, pairFiles)); },
+          kPairGroup),
       deleteAllPair(
           *this, "Delete All Item", [this] { DeleteAllPairs(pairs_, pairFiles); }, kPairGroup),
       clearAll(*this, "Clear All", [this] { ClearAll(); }),
@@ -159,13 +153,13 @@ void llherroRTKDynamic::OnRefFileTypeChanged() {
 }
 
 void llherroRTKDynamic::OnSourceDoubleClick() {
-  ShowRefusal(Host(), PickSources(pairs_, sources_, sourceFiles.SelectedRows(), pairFiles,
-                                  kDynamicPairingTexts));
+  Refuse(
+      PickSources(pairs_, sources_, sourceFiles.SelectedRows(), pairFiles, kDynamicPairingTexts));
 }
 
 void llherroRTKDynamic::OnReferenceDoubleClick() {
-  ShowRefusal(Host(), PickReferences(pairs_, references_, referenceFiles.SelectedRows(), pairFiles,
-                                     kDynamicPairingTexts));
+  Refuse(PickReferences(pairs_, references_, referenceFiles.SelectedRows(), pairFiles,
+                        kDynamicPairingTexts));
 }
 
 // The chosen folder is appended to what the field holds, as the system

@@ -188,10 +188,6 @@ void Heading::ClearAll() {
   stamp_ = TimeStamp();
 }
 
-void Heading::Refuse(std::string_view message) {
-  if (!message.empty()) FailCheck(message);
-}
-
 bool Heading::TakeModeWord(const CommandLine& commandLine, std::string_view word) {
   if (word != "heading") return false;
   const int argc = commandLine.Argc();

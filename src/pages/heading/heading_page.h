@@ -95,7 +95,6 @@ class Heading : public Page {
   void OpenFiles(PairedFileList& files, TableField& list);
   void DeleteOneOf(PairedFileList& files, TableField& list, std::string_view emptyText);
   void AddFile(PairedFileList& files, TableField& list, const std::string& path);
-  void Refuse(std::string_view message);
 
   // The two flows (heading_run.cpp).
   void StaticFlow();
