@@ -15,11 +15,10 @@ namespace {
 
 using Names = std::vector<std::string>;
 using testing::FileBytes;
-using testing::WithAsciiCrc;
-
 using testing::kRawImuBody;
 using testing::kRawImuxBody;
 using testing::Replaced;
+using testing::WithAsciiCrc;
 
 // The page writes its tables in text mode.
 const std::string kRawImuxRow = testing::kRawImuxRowText + "\r\n";

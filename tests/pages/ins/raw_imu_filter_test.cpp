@@ -8,11 +8,10 @@
 namespace tarnlog {
 namespace {
 
-using testing::WithAsciiCrc;
-using testing::WithNmeaChecksum;
-
 using testing::kRawImuBody;
 using testing::kRawImuxBody;
+using testing::WithAsciiCrc;
+using testing::WithNmeaChecksum;
 
 const std::string kRawImuxRow = testing::kRawImuxRowText + "\n";
 
@@ -66,21 +65,6 @@ TEST(RawImuFilterTest, KeepsWholeCheckedTokens) {
   };
   for (const FilterCase& c : cases)
     EXPECT_EQ(Filter(c.log), c.table) << c.what;
-}
-
-TEST(RawImuFilterTest, StreamsNotOpenGiveNothing) {
-  testing::TempFolder folder;
-  testing::WriteBytes(folder / "in.log", WithAsciiCrc(kRawImuxBody));
-  InFile closedIn;
-  OutFile out;
-  ASSERT_TRUE(out.Open(folder / "out.txt", FileMode::kBinary));
-  FilterRawImuLog(closedIn, out);
-  InFile in;
-  ASSERT_TRUE(in.Open(folder / "in.log", FileMode::kText));
-  OutFile closedOut;
-  FilterRawImuLog(in, closedOut);
-  out.Close();
-  EXPECT_EQ(testing::FileBytes(folder / "out.txt"), "");
 }
 
 }  // namespace
