@@ -1,6 +1,7 @@
 #include "frame/fields.h"
 
 #include <algorithm>
+#include <utility>
 
 #include "frame/page.h"
 
@@ -14,6 +15,11 @@ Field::Field(Page& page, std::string_view caption, FieldKind kind, std::string_v
 TextField::TextField(Page& page, std::string_view caption, std::string_view defaultText,
                      std::string_view group)
     : Field(page, caption, FieldKind::kText, group), text(defaultText), defaultText(defaultText) {}
+
+void TextField::Edit(std::string newText) {
+  text = std::move(newText);
+  if (onChanged) onChanged();
+}
 
 CheckField::CheckField(Page& page, std::string_view caption, bool defaultChecked,
                        std::string_view group)

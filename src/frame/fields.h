@@ -56,8 +56,13 @@ class TextField : public Field {
             std::string_view group = {});
   void Reset() override { text = defaultText; }
 
+  // The user's typing: the text changes, then the page's changed action
+  // runs. Setting `text` directly runs nothing.
+  void Edit(std::string newText);
+
   std::string text;
   const std::string defaultText;
+  std::function<void()> onChanged;
 };
 
 class CheckField : public Field {

@@ -6,8 +6,10 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
+#include <chrono>
 #include <memory>
 #include <string>
+#include <thread>
 
 #include "frame/varnel_dlg.h"
 #include "platform/folders.h"
@@ -33,6 +35,23 @@ class StartFolderFixture : public ::testing::Test {
         CommandLine({"tarnlog"}), [this](std::string_view) -> PageHost& { return host_; }, table_);
     dialog_->OnInitDialog();
     return *dialog_;
+  }
+
+  // Presses a worker page's action and waits for its finished notice.
+  void PressAndWaitForFinish(ActionField& action) {
+    action.Press();
+    for (int i = 0; i < 600 && host_.finishedCount == 0; ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(50));
+    ASSERT_EQ(host_.finishedCount, 1);
+  }
+  // Presses a worker page's action and waits for the one message it gives.
+  void PressAndWaitForMessage(ActionField& action, const std::string& text) {
+    const std::size_t before = host_.MessageTexts().size();
+    action.Press();
+    for (int i = 0; i < 600 && host_.MessageTexts().size() == before; ++i)
+      std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    ASSERT_EQ(host_.MessageTexts().size(), before + 1);
+    EXPECT_EQ(host_.MessageTexts().back(), text);
   }
 
   TempFolder folder_;
