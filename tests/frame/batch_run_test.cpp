@@ -15,7 +15,7 @@ using testing::TarnlogBinary;
 void MakeStartFolder(const testing::TempFolder& folder) {
   MakeFolder(folder / "Config");
   testing::WriteBytes(folder / "Config/AllRealValue.txt", "Roof,31.5,121.25,10\r\n");
-  testing::PlaceNoisePlotter(folder.Path());
+  testing::PlaceStartFiles(folder.Path());
 }
 
 int CountLines(const std::string& text) {

@@ -23,7 +23,7 @@ class StartSequenceTest : public ::testing::Test {
   StartSequenceTest() {
     previous_ = CurrentFolder();
     MakeFolder(folder_ / "Config");
-    testing::PlaceNoisePlotter(folder_.Path());
+    testing::PlaceStartFiles(folder_.Path());
     testing::WriteBytes(folder_ / "Config/AllRealValue.txt",
                         "Roof,31.5,121.25,10\r\nPier,30,120,5\r\nMast,29.75,119.5,40.125\r\n");
     EXPECT_EQ(chdir(folder_.Path().c_str()), 0);

@@ -24,7 +24,7 @@ class StartFolderFixture : public ::testing::Test {
       : previous_(CurrentFolder()) {
     MakeFolder(folder_ / "Config");
     WriteBytes(folder_ / "Config/AllRealValue.txt", realValues);
-    PlaceNoisePlotter(folder_.Path());
+    PlaceStartFiles(folder_.Path());
     EXPECT_EQ(chdir(folder_.Path().c_str()), 0);
     start_ = CurrentFolder();
   }

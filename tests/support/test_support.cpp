@@ -108,9 +108,11 @@ std::string InstallStandin(const std::string& folder, const std::string& name) {
   return path;
 }
 
-void PlaceNoisePlotter(const std::string& startFolder) {
+void PlaceStartFiles(const std::string& startFolder) {
   ::mkdir((startFolder + "/EXE").c_str(), 0777);
   WriteBytes(startFolder + "/EXE/NoisePlot.exe", "");
+  ::mkdir((startFolder + "/Config").c_str(), 0777);
+  WriteBytes(startFolder + "/Config/parameter.txt", kStartParameterText);
 }
 
 std::vector<StandinCall> ReadStandinLog(const std::string& logPath) {

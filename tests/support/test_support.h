@@ -51,9 +51,12 @@ std::string SourceDir();
 // a file of that folder) and returns its path.
 std::string InstallStandin(const std::string& folder, const std::string& name);
 
-// The EXE/ folder of a start folder with an empty NoisePlot.exe: the noise
-// page sets nothing up (and says so) without its plotter there.
-void PlaceNoisePlotter(const std::string& startFolder);
+// The files whose absence pages report at start: an empty EXE/NoisePlot.exe
+// (the noise page sets nothing up without its plotter) and
+// Config/parameter.txt holding kStartParameterText (the Initial page stops
+// its start without it).
+inline constexpr const char* kStartParameterText = "Threshold 30\r\nInterval 1\r\n";
+void PlaceStartFiles(const std::string& startFolder);
 
 // One call of a stand-in tool, as recorded in $TARNLOG_STANDIN_LOG.
 struct StandinCall {

@@ -26,7 +26,7 @@ class RealValueStoreTest : public ::testing::Test {
  protected:
   RealValueStoreTest() : previous_(CurrentFolder()) {
     MakeFolder(folder_ / "Config");
-    testing::PlaceNoisePlotter(folder_.Path());
+    testing::PlaceStartFiles(folder_.Path());
     EXPECT_EQ(chdir(folder_.Path().c_str()), 0);
   }
   ~RealValueStoreTest() override { EXPECT_EQ(chdir(previous_.c_str()), 0); }
