@@ -48,12 +48,10 @@ TEST(BatchRunTest, WordOfAPageWithoutItsModeEndsWithStatusTwo) {
   testing::TempFolder folder;
   MakeStartFolder(folder);
   const testing::RunResult run =
-      RunAndCapture({TarnlogBinary(), "0", "1", "0", "60_60", "30_30", "3_3", "31.5", "121.25",
-                     "10", "TTFF_REA.log", "TEST"},
-                    folder.Path());
+      RunAndCapture({TarnlogBinary(), "a.log", "0", "0", "single", "RANGEPLOT"}, folder.Path());
   EXPECT_EQ(run.status, 2);
   EXPECT_EQ(CountLines(run.err), 1) << run.err;
-  EXPECT_NE(run.err.find("\"test\""), std::string::npos) << run.err;
+  EXPECT_NE(run.err.find("\"rangeplot\""), std::string::npos) << run.err;
 }
 
 TEST(BatchRunTest, IgnoredSwitchIsNamedInTheEndingLine) {

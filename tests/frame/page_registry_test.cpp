@@ -156,10 +156,11 @@ TEST_F(StartSequenceTest, CommandLineOutcomes) {
   EXPECT_NE(none.why.find("\"b\""), std::string::npos);
 
   // Still a page without its mode: the run ends with a clear reason.
-  const CVarnelDlg::StartResult unbuilt = Start({"tarnlog", "a.log", "x", "TEST"});
+  const CVarnelDlg::StartResult unbuilt =
+      Start({"tarnlog", "a.log", "0", "0", "single", "RANGEPLOT"});
   EXPECT_EQ(unbuilt.outcome, CVarnelDlg::Outcome::kModeNotBuilt);
-  EXPECT_EQ(dialog_->Arguments().Last(), "test");
-  EXPECT_EQ(dialog_->VisibleTab(), 3);
+  EXPECT_EQ(dialog_->Arguments().Last(), "rangeplot");
+  EXPECT_EQ(dialog_->VisibleTab(), 9);
 }
 
 }  // namespace
