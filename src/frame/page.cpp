@@ -3,6 +3,7 @@
 #include <thread>
 
 #include "platform/folders.h"
+#include "platform/paths.h"
 #include "platform/processes.h"
 
 namespace tarnlog {
@@ -14,6 +15,14 @@ void Page::Start() {
   startFolder_ = CurrentFolder();
   for (Field* field : fields_)
     field->Reset();
+}
+
+std::string Page::ExePath(std::string_view tool) const {
+  return JoinPath(JoinPath(startFolder_, "EXE"), tool);
+}
+
+std::string Page::ConfigPath(std::string_view file) const {
+  return JoinPath(JoinPath(startFolder_, "Config"), file);
 }
 
 bool Page::RunModeWord(const CommandLine& commandLine, std::string_view word) {

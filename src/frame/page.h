@@ -71,6 +71,10 @@ class Page {
   }
 
   const std::string& StartFolder() const { return startFolder_; }
+  // Where the laboratory's programs and the configuration lie:
+  // <start folder>/EXE/<tool> and <start folder>/Config/<file>.
+  std::string ExePath(std::string_view tool) const;
+  std::string ConfigPath(std::string_view file) const;
   const std::string& StatusText() const { return status_; }
   // How many workers this page has started, for the headless run's ending.
   int WorkersStarted() const { return workersStarted_.load(); }

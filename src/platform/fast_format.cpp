@@ -425,6 +425,25 @@ int FastFormat(char* out, std::size_t capacity, const char* format, va_list args
   return result;
 }
 
+std::string FormatString(const char* format, ...) {
+  char buffer[256];
+  va_list args;
+  va_start(args, format);
+  va_list again;
+  va_copy(again, args);
+  const int length = FastFormat(buffer, sizeof buffer, format, args);
+  va_end(args);
+  std::string text;
+  if (length > 0 && static_cast<std::size_t>(length) <= sizeof buffer) {
+    text.assign(buffer, static_cast<std::size_t>(length));
+  } else if (length > 0) {
+    text.resize(static_cast<std::size_t>(length));
+    FastFormat(text.data(), text.size(), format, again);
+  }
+  va_end(again);
+  return text;
+}
+
 int FormatText(char* out, std::size_t capacity, const char* format, ...) {
   if (capacity == 0) return 0;
   va_list args;

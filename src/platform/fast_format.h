@@ -7,6 +7,7 @@
 
 #include <cstdarg>
 #include <cstddef>
+#include <string>
 
 namespace tarnlog {
 
@@ -19,5 +20,9 @@ int FastFormat(char* out, std::size_t capacity, const char* format, va_list args
 // always terminated; returns the full length it needed.
 int FormatText(char* out, std::size_t capacity, const char* format, ...)
     __attribute__((format(printf, 3, 4)));
+
+// The whole formatted text, of any length, as a string (empty on a format
+// error): for the control files and scripts the pages write.
+std::string FormatString(const char* format, ...) __attribute__((format(printf, 1, 2)));
 
 }  // namespace tarnlog

@@ -134,6 +134,12 @@ bool MakeFolder(const std::string& path) {
   return ::mkdir(path.c_str(), 0777) == 0;
 }
 
+bool MakeRunFolder(const std::string& path, PageHost& host) {
+  if (MakeFolder(path)) return true;
+  host.ShowMessage("Creat Folder" + path + "is Failed!");
+  return false;
+}
+
 bool MakeFolderChecked(const std::string& path, PageHost& host) {
   if (MakeFolder(path)) return true;
   host.ShowMessage(kMakeDirFailed);

@@ -29,6 +29,10 @@ bool MakeFolder(const std::string& path);
 
 inline constexpr std::string_view kMakeDirFailed = "Make DIR is Failed! Enter OK continue.";
 
+// Creates a run's folder; when that fails shows "Creat Folder", the path and
+// "is Failed!" run together, and returns false. The run goes on: later
+// writes there simply fail.
+bool MakeRunFolder(const std::string& path, PageHost& host);
 // Creates a fresh folder; when that fails (also when it exists) shows
 // "Make DIR is Failed! Enter OK continue." and returns false.
 bool MakeFolderChecked(const std::string& path, PageHost& host);

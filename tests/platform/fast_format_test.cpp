@@ -140,5 +140,17 @@ TEST(FastFormatTest, ReportsTheFullLengthWhenTheBufferIsShort) {
   EXPECT_EQ(std::string(text, sizeof text), expected.substr(0, sizeof text));
 }
 
+// Texts past the first buffer come out whole: a "%lf" of a huge double has
+// over 300 characters.
+TEST(FastFormatTest, FormatStringGivesTheWholeTextAtAnyLength) {
+  for (const double value : {0.5, -1e30, 1e308, std::numeric_limits<double>::infinity()}) {
+    EXPECT_EQ(FormatString("%d,%.3lf\n", 2301, value), Library("%d,%.3lf\n", 2301, value));
+    EXPECT_EQ(FormatString("%lf", value), Library("%lf", value));
+  }
+  EXPECT_EQ(FormatString("%s", ""), "");
+  const std::string wide(600, 'x');
+  EXPECT_EQ(FormatString("<%s>", wide.c_str()), "<" + wide + ">");
+}
+
 }  // namespace
 }  // namespace tarnlog

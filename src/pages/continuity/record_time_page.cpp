@@ -94,7 +94,7 @@ void CRecordTimeDlg::Start() {
   Page::Start();
   slots_.clear();
   timeStamp.text = TimeStamp();
-  allContinuesPath_ = JoinPath(StartFolder(), "EXE/All_continues.exe");
+  allContinuesPath_ = ExePath("All_continues.exe");
 
   const std::optional<AutoTestConfig> config =
       TakeAutomaticTest(kContinueSwitch, &AutoTestConfig::runContinue);

@@ -198,20 +198,18 @@ void llherroRTKDynamic::Worker() {
   const std::string result = resultPath.text;
   const bool report = generateReport.checked;
   if (report) {
-    CopyFileReplacing(JoinPath(StartFolder(), "Config/Dynamic_report.xlsx"),
-                      JoinPath(result, "Dynamic_report.xlsx"));
+    CopyFileReplacing(ConfigPath("Dynamic_report.xlsx"), JoinPath(result, "Dynamic_report.xlsx"));
   }
   SetStatus("Status: Processing");
 
   // An odd trailing source has no reference yet and is left out.
   const int pairCount = pairs_.CompletePairs();
   ResolvePairs(pairs_, sources_, references_, result);
-  const std::string exe = JoinPath(StartFolder(), "EXE");
   for (int i = 0; i < pairCount; ++i) {
     const std::string& folder = pairs_.pairs[static_cast<std::size_t>(i)].folder;
-    if (!MakeFolder(folder)) Message("Creat Folder" + folder + "is Failed!");
+    MakeRunFolder(folder, Host());
     for (const char* tool : {"DynamicDataProcess.exe", "ExtractAndProcessData.exe"})
-      CopyFileNoOverwrite(JoinPath(exe, tool), JoinPath(folder, tool));
+      CopyFileNoOverwrite(ExePath(tool), JoinPath(folder, tool));
   }
 
   const DurationLimits limits{fromWeek.text, fromSeconds.text, toWeek.text, toSeconds.text};

@@ -1,10 +1,11 @@
 #include "pages/dynamic/dynamic_scripts.h"
 
 #include <array>
-#include <cstdio>
 #include <cstdlib>
 
+#include "platform/fast_format.h"
 #include "platform/saturating.h"
+#include "platform/script_text.h"
 
 namespace tarnlog {
 namespace {
@@ -70,10 +71,6 @@ std::string_view Word(const std::array<KindRow, N>& rows, int index) {
   return rows[static_cast<std::size_t>(index)].word;
 }
 
-std::string Quoted(std::string_view text) {
-  return "\"" + std::string(text) + "\"";
-}
-
 }  // namespace
 
 const std::vector<std::string> kDynamicPosEntries = Entries(kPosKinds);
@@ -91,17 +88,13 @@ std::string_view DynamicAttWord(int index) {
 }
 
 std::string DurationText(const DurationLimits& limits) {
-  // Room for the widest double "%.3lf" can give.
-  char line[2][400];
-  std::snprintf(line[0], sizeof line[0], "%d,%.3lf\n", TextToInt(limits.fromWeek),
-                std::atof(limits.fromSeconds.c_str()));
-  std::snprintf(line[1], sizeof line[1], "%d,%.3lf\n", TextToInt(limits.toWeek),
-                std::atof(limits.toSeconds.c_str()));
-  return std::string(line[0]) + line[1];
+  return FormatString("%d,%.3lf\n%d,%.3lf\n", TextToInt(limits.fromWeek),
+                      std::atof(limits.fromSeconds.c_str()), TextToInt(limits.toWeek),
+                      std::atof(limits.toSeconds.c_str()));
 }
 
 std::string DynamicPairScriptText(const DynamicPairScript& script) {
-  const std::string enter = "cd " + Quoted(script.pairFolder) + "\n";
+  const std::string enter = EnterFolderLine(script.pairFolder);
   return script.drive + "\n" + enter + "DynamicDataProcess.exe " + Quoted(script.referencePath) +
          " " + Quoted(script.sourcePath) + " " + std::string(DynamicPosWord(script.posKind)) +
          std::string(DynamicVelWord(script.velKind)) + std::string(DynamicAttWord(script.attKind)) +

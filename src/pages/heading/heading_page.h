@@ -100,10 +100,7 @@ class Heading : public Page {
   void StaticFlow();
   void DynamicFlow();
   std::string TakeResultFolder();
-  void MakeRunFolder(const std::string& folder);
   void CopyTools(const std::string& folder) const;
-  std::string ExePath(std::string_view name) const;
-  std::string ConfigPath(std::string_view name) const;
   void FinishRun();
 
   PairedFileList sources_;

@@ -55,7 +55,7 @@ void Heading::StaticFlow() {
   for (int i = 0; i < sources_.count; ++i) {
     const PairedFileSlot& slot = sources_.slots[static_cast<std::size_t>(i)];
     const std::string folder = JoinPath(result, slot.name);
-    MakeRunFolder(folder);
+    MakeRunFolder(folder, Host());
     CopyTools(folder);
     WriteWholeFile(JoinPath(folder, kHeadingControlName), control, FileMode::kText);
     StaticHeadingScript script;
@@ -104,7 +104,7 @@ void Heading::DynamicFlow() {
   const int pairCount = pairs_.CompletePairs();
   for (int i = 0; i < pairCount; ++i) {
     const SourceReferencePair& pair = pairs_.pairs[static_cast<std::size_t>(i)];
-    MakeRunFolder(pair.folder);
+    MakeRunFolder(pair.folder, Host());
     CopyTools(pair.folder);
     if (report) dirlist.Printf("%s\n", pair.folder.c_str());
   }
@@ -152,22 +152,9 @@ std::string Heading::TakeResultFolder() {
   return resultFolder.text;
 }
 
-void Heading::MakeRunFolder(const std::string& folder) {
-  // Reported, and the run goes on: later writes there simply fail.
-  if (!MakeFolder(folder)) Message("Creat Folder" + folder + "is Failed!");
-}
-
 void Heading::CopyTools(const std::string& folder) const {
   for (const char* tool : kHeadingTools)
     CopyFileNoOverwrite(ExePath(tool), JoinPath(folder, tool));
-}
-
-std::string Heading::ExePath(std::string_view name) const {
-  return JoinPath(JoinPath(StartFolder(), "EXE"), name);
-}
-
-std::string Heading::ConfigPath(std::string_view name) const {
-  return JoinPath(JoinPath(StartFolder(), "Config"), name);
 }
 
 void Heading::FinishRun() {

@@ -1,21 +1,15 @@
 #include "pages/heading/heading_scripts.h"
 
-#include <cstdio>
-
+#include "platform/fast_format.h"
 #include "platform/paths.h"
+#include "platform/script_text.h"
 
 namespace tarnlog {
 namespace {
 
 std::string ControlLine(const char* word, const Coordinates& values) {
-  char line[160];
-  std::snprintf(line, sizeof line, "%s %.9lf %.9lf %.6lf\n", word, values.latitude,
-                values.longitude, values.height);
-  return line;
-}
-
-std::string Quoted(const std::string& text) {
-  return "\"" + text + "\"";
+  return FormatString("%s %.9lf %.9lf %.6lf\n", word, values.latitude, values.longitude,
+                      values.height);
 }
 
 // The drive line, then the cd into the folder; the drive's line end is the

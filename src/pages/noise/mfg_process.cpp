@@ -176,7 +176,7 @@ void GenNoise::RunMFGPair(const std::string& folder, const std::string& base,
   const std::string output = JoinPath(folder, "Noise" + tag_);
   MakeFolder(output);
   const std::string pairFolder = JoinPath(output, pairName);
-  if (!MakeFolder(pairFolder)) Message("Creat Folder" + pairFolder + "is Failed!");
+  MakeRunFolder(pairFolder, Host());
   CopyFileReplacing(JoinPath(folder, "drpva.txt"), JoinPath(pairFolder, "drpva.txt"));
   CopyFileReplacing(JoinPath(folder, "gyoacc.txt"), JoinPath(pairFolder, "gyoacc.txt"));
 

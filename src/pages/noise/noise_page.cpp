@@ -119,14 +119,6 @@ GenNoise::GenNoise(PageParent& parent, PageHost& host)
   };
 }
 
-std::string GenNoise::ExePath(std::string_view tool) const {
-  return JoinPath(StartFolder(), "EXE/" + std::string(tool));
-}
-
-std::string GenNoise::ConfigPath(std::string_view file) const {
-  return JoinPath(StartFolder(), "Config/" + std::string(file));
-}
-
 void GenNoise::Start() {
   Page::Start();
   ready_ = PathExists(ExePath(NoisePlotterName(false)));

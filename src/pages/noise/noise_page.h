@@ -178,8 +178,6 @@ class GenNoise : public Page {
   bool TakeModeWord(const CommandLine& commandLine, std::string_view word) override;
 
  private:
-  std::string ExePath(std::string_view tool) const;
-  std::string ConfigPath(std::string_view file) const;
   ControlFileSettings ControlSettings() const;
   SpanFields ReadSpanFields() const;
   void ShowSpanFields(const SpanFields& span);

@@ -4,6 +4,7 @@
 #include "platform/fast_format.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/script_text.h"
 
 namespace tarnlog {
 namespace {
@@ -22,13 +23,6 @@ constexpr char kExtraDataFolderEnd[] = {kPathSeparator, kPathSeparator, '\0'};
 // The version the production plotter records in the result file: the
 // program's own, as its title shows it.
 constexpr std::string_view kMfgPlotterVersion = kDialogTitle;
-
-std::string Quoted(std::string_view text) {
-  std::string quoted = "\"";
-  quoted += text;
-  quoted += '"';
-  return quoted;
-}
 
 // The line that opens a clean-up step: the drive, then a cd without quotes.
 std::string EnterFolder(const CleanupScript& script, const std::string& folder) {

@@ -1,19 +1,13 @@
 #include "pages/simulator/simulator_scripts.h"
 
-#include <cstdio>
+#include "platform/fast_format.h"
+#include "platform/script_text.h"
 
 namespace tarnlog {
 namespace {
 
-std::string Quoted(const std::string& text) {
-  return "\"" + text + "\"";
-}
-
-// "%lf" of any double: room for the widest one.
 std::string Fixed(double value) {
-  char text[400];
-  std::snprintf(text, sizeof text, "%lf", value);
-  return text;
+  return FormatString("%lf", value);
 }
 
 }  // namespace

@@ -222,8 +222,8 @@ StaticRun llherroRTKStatic::RunFromFields() {
   run.extension = extension_;
   run.stamp = stamp_;
   run.startFolder = StartFolder();
-  run.analyserPath = JoinPath(StartFolder(), "EXE/llherroRTK_M.exe");
-  run.reportTemplatePath = JoinPath(StartFolder(), "Config/Static_report.xlsx");
+  run.analyserPath = ExePath("llherroRTK_M.exe");
+  run.reportTemplatePath = ConfigPath("Static_report.xlsx");
   run.copyFiles = copyAsciiFiles.checked;
   run.generateReport = generateReport.checked;
   run.deleteTables = delTxtFiles.checked;

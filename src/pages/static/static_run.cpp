@@ -5,6 +5,7 @@
 #include "platform/files.h"
 #include "platform/folders.h"
 #include "platform/paths.h"
+#include "platform/script_text.h"
 
 namespace tarnlog {
 namespace {
@@ -15,10 +16,6 @@ const std::string kSeparator(1, kPathSeparator);
 // arguments; board value 10 is written as the two digits it has.
 std::string Digits(int value) {
   return std::to_string(value);
-}
-
-std::string DriveLine(const std::string& folder) {
-  return PathPart(folder, 1) + "\n";
 }
 
 bool Readable(const std::string& path) {

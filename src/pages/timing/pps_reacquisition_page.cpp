@@ -210,7 +210,8 @@ void PPSReacquisition::Add() {
   }
   TestSet set;
   const std::string path = AbsolutePath(filePath.text);
-  set.fileName = SplitPath(path).name + SplitPath(path).extension;
+  const PathParts parts = SplitPath(path);
+  set.fileName = parts.name + parts.extension;
   set.folder = FolderOf(path);
   set.logType = logType.SelectedText();
   set.processType = processType.SelectedText();
@@ -292,7 +293,7 @@ void PPSReacquisition::RunPps() {
   PpsRun run;
   run.root = savePath.text.empty() ? sets_[occupied[0]].folder : savePath.text;
   run.resultFolder = JoinPath(run.root, "PPS" + TimeStamp());
-  run.toolFolder = JoinPath(StartFolder(), "EXE");
+  run.toolFolder = ExePath("");
   run.method = method.selected + 1;
   run.copyData = copyDataFiles.checked;
   MakeFolder(run.resultFolder);
@@ -314,7 +315,7 @@ void PPSReacquisition::RunReacquisition() {
 
   ReacquisitionRun run;
   run.resultFolder = JoinPath(base, ReacquisitionRootName(sets_) + TimeStamp());
-  run.toolFolder = JoinPath(StartFolder(), "EXE");
+  run.toolFolder = ExePath("");
   run.parameterText = parameterText_;
   run.copyData = copyDataFiles.checked;
   MakeFolder(run.resultFolder);
@@ -322,7 +323,7 @@ void PPSReacquisition::RunReacquisition() {
   SetStatus("Status: Processing");
 
   if (generateReport.checked) {
-    CopyFileReplacing(JoinPath(StartFolder(), "Config/Init_report.xlsx"),
+    CopyFileReplacing(ConfigPath("Init_report.xlsx"),
                       JoinPath(run.resultFolder, "Init_report.xlsx"));
   }
   PrepareReacquisitionRun(sets_, run);
@@ -331,7 +332,6 @@ void PPSReacquisition::RunReacquisition() {
   generateReport.checked = true;
 
   SetStatus("Status: Finished");
-  if (batchFlag != 0) SelfTerminate();
   EndRun();
 }
 
